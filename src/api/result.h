@@ -1,0 +1,51 @@
+// What a command answers, as a value. Only RunCommand turns it into text.
+#pragma once
+
+#include <cJSON.h>
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <utility>
+#include <variant>
+
+namespace quillmate::api {
+
+struct JsonDeleter {
+  void operator()(cJSON* item) const { cJSON_Delete(item); }
+};
+/// An owned JSON tree.
+using JsonPtr = std::unique_ptr<cJSON, JsonDeleter>;
+
+/// Why a step could not be done: the message that the host reads in "log".
+struct Failure {
+  std::string message;
+};
+
+/// A command's answer. Texts are in the ANSI code page unless the command says otherwise.
+struct Result {
+  using Value = std::variant<std::int32_t, bool, std::string, JsonPtr>;
+
+  Result(bool command_success, Value command_value, std::string message)
+      : success(command_success), value(std::move(command_value)), log(std::move(message)) {}
+  /// A failed step is a failed command: "success" false, "result" 0, the message as "log".
+  Result(Failure failure)  // NOLINT(google-explicit-constructor): `return step.error();` reads as it is meant
+      : success(false), value(std::int32_t{0}), log(std::move(failure.message)) {}
+
+  bool success;
+  Value value;
+  std::string log;
+};
+
+/// A plain success: "result" true, no message.
+inline Result Done() { return {true, true, {}}; }
+inline Result Fail(std::string message) { return Failure{std::move(message)}; }
+/// A text answer; always a success.
+inline Result Text(std::string text) { return {true, std::move(text), {}}; }
+inline Result Number(bool success, std::int32_t number) { return {success, number, {}}; }
+inline Result Boolean(bool success, bool flag, std::string message = {}) {
+  return {success, flag, std::move(message)};
+}
+/// A structured answer (an array, an object, or a text that stands in the structured group); always a success.
+inline Result Structured(JsonPtr json) { return {true, std::move(json), {}}; }
+
+}  // namespace quillmate::api
