@@ -45,7 +45,8 @@ inline Result Number(bool success, std::int32_t number) { return {success, numbe
 inline Result Boolean(bool success, bool flag, std::string message = {}) {
   return {success, flag, std::move(message)};
 }
-/// A structured answer (an array, an object, or a text that stands in the structured group); always a success.
+/// A structured answer (an array, an object, or a text that stands in the structured group); always a
+/// success.
 inline Result Structured(JsonPtr json) { return {true, std::move(json), {}}; }
 
 }  // namespace quillmate::api

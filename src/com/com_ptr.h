@@ -23,7 +23,8 @@ ComPtr<T> Query(const ComPtr<U>& object) {
   return Query<T>(static_cast<IUnknown*>(object.Get()));
 }
 
-/// Whether two interface pointers belong to the same object (compared through IUnknown; two nulls are the same).
+/// Whether two interface pointers belong to the same object (compared through IUnknown; two nulls are the
+/// same).
 inline bool IsSameObject(IUnknown* a, IUnknown* b) {
   return Query<IUnknown>(a).Get() == Query<IUnknown>(b).Get();
 }
