@@ -13,7 +13,7 @@ if(WIN32)
     WINVER=0x0A00 _WIN32_WINNT=0x0A00)
   if(MINGW)
     target_compile_options(quillmate_options INTERFACE -fstack-protector-strong -U_FORTIFY_SOURCE -D_FORTIFY_SOURCE=2 -O2)
-    target_link_options(quillmate_options INTERFACE -static
+    target_link_options(quillmate_options INTERFACE -static -fstack-protector-strong
       -Wl,--dynamicbase -Wl,--high-entropy-va -Wl,--nxcompat -Wl,--no-insert-timestamp)
   endif()
 elseif(QUILLMATE_SANITIZE)

@@ -35,7 +35,8 @@ Variant& Variant::operator=(Variant&& other) noexcept {
 
 std::optional<Bstr> Variant::ToText() const {
   Variant converted;
-  if (FAILED(VariantChangeTypeEx(&converted.value_, &value_, LOCALE_INVARIANT, VARIANT_ALPHABOOL, VT_BSTR))) {
+  VARIANT source = value_;  // only read, but not declared so
+  if (FAILED(VariantChangeTypeEx(&converted.value_, &source, LOCALE_INVARIANT, VARIANT_ALPHABOOL, VT_BSTR))) {
     return std::nullopt;
   }
   Bstr text;
