@@ -1,0 +1,72 @@
+// The two ways to a new browser, and navigation.
+#include "session/start_browser.h"
+
+#include <windows.h>
+
+#include "com/bstr.h"
+#include "com/encoding.h"
+#include "com/handle.h"
+#include "com/variant.h"
+#include "session/html_window.h"
+
+namespace quillmate::session {
+namespace {
+
+using com::ComPtr;
+
+constexpr wchar_t kProgram[] = L"C:\\Program Files\\Internet Explorer\\iexplore.exe";
+constexpr DWORD kStartMs = 3000;
+constexpr DWORD kSettleMs = 3000;
+/// Flags of IWebBrowser2::Navigate2.
+constexpr LONG kNoFlags = 0;
+constexpr LONG kOpenInNewTab = 0x800;
+
+ComPtr<IWebBrowser2> StartByApplicationObject() {
+  ComPtr<IWebBrowser2> browser;
+  if (FAILED(CoCreateInstance(CLSID_InternetExplorer, nullptr, CLSCTX_LOCAL_SERVER, IID_PPV_ARGS(&browser))))
+    return {};
+  return browser;
+}
+
+/// Started hidden, as the caller's start-up information says with SW_HIDE: the page shows once it has one.
+bool StartProgram() {
+  STARTUPINFOW startup = {};
+  startup.cb = sizeof startup;
+  GetStartupInfoW(&startup);
+  startup.dwFlags |= STARTF_USESHOWWINDOW;
+  startup.wShowWindow = SW_HIDE;
+  PROCESS_INFORMATION started = {};
+  if (!CreateProcessW(kProgram, nullptr, nullptr, nullptr, FALSE, 0, nullptr, nullptr, &startup, &started))
+    return false;
+  const com::UniqueHandle process(started.hProcess);
+  const com::UniqueHandle thread(started.hThread);
+  WaitForSingleObject(process.get(), kStartMs);
+  return true;
+}
+
+ComPtr<IWebBrowser2> StartByProgram() {
+  if (!StartProgram()) return {};
+  HWND frame = FindWindowW(L"IEFrame", nullptr);
+  Sleep(kSettleMs);
+  return GetWebBrowserFromWindow(frame);
+}
+
+}  // namespace
+
+ComPtr<IWebBrowser2> StartBrowser() {
+  auto browser = StartByApplicationObject();
+  if (browser == nullptr) browser = StartByProgram();
+  if (browser != nullptr) browser->put_Visible(VARIANT_TRUE);
+  return browser;
+}
+
+bool Navigate(IWebBrowser2* browser, std::string_view url, OpenIn where) {
+  com::Variant target = com::Variant::Text(com::FromAnsi(url));
+  com::Variant flags = com::Variant::Int(where == OpenIn::kNewTab ? kOpenInNewTab : kNoFlags);
+  com::Variant none;
+  VARIANT url_argument = target.get();
+  VARIANT flags_argument = flags.get();
+  return SUCCEEDED(browser->Navigate2(&url_argument, &flags_argument, none.put(), none.put(), none.put()));
+}
+
+}  // namespace quillmate::session

@@ -1,0 +1,136 @@
+// Tab captions, the tab strip's accessibility tree, and cycling by keys.
+#include "session/tab_activation.h"
+
+#include <mshtml.h>
+#include <oleacc.h>
+#include <vector>
+
+#include "com/bstr.h"
+#include "com/com_ptr.h"
+#include "com/encoding.h"
+#include "com/variant.h"
+#include "input/send_keys.h"
+#include "session/bring_to_front.h"
+#include "session/html_window.h"
+
+namespace quillmate::session {
+namespace {
+
+using com::ComPtr;
+
+constexpr int kMaxRounds = 99;
+constexpr DWORD kPauseBetweenRoundsMs = 100;
+constexpr size_t kMaxChildren = 500;
+constexpr LONG kPageTabList = ROLE_SYSTEM_PAGETABLIST;
+
+/// Walks a chain of first children by window class.
+HWND FindChain(HWND window, std::initializer_list<const wchar_t*> classes) {
+  for (const wchar_t* name : classes) {
+    if (window == nullptr) return nullptr;
+    window = FindWindowExW(window, nullptr, name, nullptr);
+  }
+  return window;
+}
+
+HWND FindTabStrip(HWND frame) {
+  if (HWND strip =
+          FindChain(frame, {L"CommandBarClass", L"ReBarWindow32", L"TabBandClass", L"DirectUIHWND"})) {
+    return strip;
+  }
+  return FindChain(frame, {L"WorkerW", L"ReBarWindow32", L"TabBandClass", L"DirectUIHWND"});
+}
+
+/// The children that are objects of their own, at most the first 500.
+std::vector<ComPtr<IAccessible>> ChildrenOf(IAccessible* parent) {
+  LONG count = 0;
+  if (FAILED(parent->get_accChildCount(&count)) || count <= 0) return {};
+  std::vector<com::Variant> slots(std::min(static_cast<size_t>(count), kMaxChildren));
+  std::vector<VARIANT> raw(slots.size());
+  LONG obtained = 0;
+  if (FAILED(AccessibleChildren(parent, 0, static_cast<LONG>(raw.size()), raw.data(), &obtained))) return {};
+  std::vector<ComPtr<IAccessible>> children;
+  for (size_t i = 0; i < static_cast<size_t>(obtained); ++i) {
+    *slots[i].put() = raw[i];
+    if (slots[i].type() != VT_DISPATCH) continue;
+    if (auto child = slots[i].As<IAccessible>()) children.push_back(std::move(child));
+  }
+  return children;
+}
+
+bool IsPageTabList(IAccessible* item) {
+  com::Variant role;
+  return SUCCEEDED(item->get_accRole(com::Variant::Int(CHILDID_SELF).get(), role.put())) &&
+         role.type() == VT_I4 && role.get().lVal == kPageTabList;
+}
+
+bool NameBeginsWith(IAccessible* tab, const std::string& caption) {
+  com::Bstr name;
+  return SUCCEEDED(tab->get_accName(com::Variant::Int(CHILDID_SELF).get(), name.put())) &&
+         com::ToAnsi(name.view()).starts_with(caption);
+}
+
+bool SelectTab(IAccessible* strip, const std::string& caption) {
+  for (const auto& list : ChildrenOf(strip)) {
+    if (!IsPageTabList(list.Get())) continue;
+    for (const auto& tab : ChildrenOf(list.Get())) {
+      if (!NameBeginsWith(tab.Get(), caption)) continue;
+      tab->accDoDefaultAction(com::Variant::Int(CHILDID_SELF).get());
+      return true;
+    }
+  }
+  return false;
+}
+
+bool WindowTextBeginsWith(HWND window, const std::string& caption) {
+  char text[500] = "";
+  GetWindowTextA(window, text, static_cast<int>(std::size(text)));
+  return std::string_view(text).starts_with(caption);
+}
+
+}  // namespace
+
+std::optional<std::string> GetTabCaption(IWebBrowser2* browser) {
+  ComPtr<IDispatch> object;
+  if (browser == nullptr || FAILED(browser->get_Document(&object))) return std::nullopt;
+  const auto document = com::Query<IHTMLDocument2>(object);
+  com::Bstr title;
+  if (document == nullptr || FAILED(document->get_title(title.put()))) return std::nullopt;
+  if (!title.empty()) return com::ToAnsi(title.view());
+  com::Bstr url;
+  if (FAILED(document->get_URL(url.put()))) return std::nullopt;
+  constexpr std::string_view kFileScheme = "file://";
+  std::string caption = com::ToAnsi(url.view());
+  return caption.starts_with(kFileScheme) ? caption.substr(kFileScheme.size()) : caption;
+}
+
+bool ActivateIeTab(IWebBrowser2* browser) {
+  const auto caption = GetTabCaption(browser);
+  SHANDLE_PTR handle = 0;
+  if (!caption || FAILED(browser->get_HWND(&handle))) return false;
+  HWND frame = reinterpret_cast<HWND>(handle);
+  BringWindowToFront(frame);
+  HWND window = FindTabStrip(frame);
+  ComPtr<IAccessible> strip;
+  if (window == nullptr ||
+      FAILED(AccessibleObjectFromWindow(window, static_cast<DWORD>(OBJID_CLIENT), __uuidof(IAccessible),
+                                        reinterpret_cast<void**>(strip.GetAddressOf())))) {
+    return false;
+  }
+  return strip != nullptr && SelectTab(strip.Get(), *caption);
+}
+
+bool ActivateHostedTab(IWebBrowser2* browser, HWND tab_window) {
+  const auto caption = GetTabCaption(browser);
+  HWND frame = caption ? FindAncestorOfClass(tab_window, L"Chrome_WidgetWin_1") : nullptr;
+  if (frame == nullptr) return false;
+  BringWindowToFront(frame);
+  for (int round = 0; round < kMaxRounds; ++round) {
+    if (WindowTextBeginsWith(frame, *caption)) return true;
+    BringWindowToFront(frame);
+    if (!input::SendKeySequence("{CTRL}{PAGEDOWN}")) return false;
+    Sleep(kPauseBetweenRoundsMs);
+  }
+  return false;
+}
+
+}  // namespace quillmate::session

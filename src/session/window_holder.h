@@ -1,0 +1,105 @@
+// One interface to the three kinds of browser surface, so that commands need not know which one is selected.
+#pragma once
+
+#include <windows.h>
+#include <exdisp.h>
+#include <mshtml.h>
+#include <string>
+
+#include "com/com_ptr.h"
+
+namespace quillmate::session {
+
+/// A browser surface: a tab or a dialog. The base class is a surface that is not there and answers so. A
+/// holder never changes after construction; when its browser has gone, its operations fail through their
+/// calls.
+class WindowHolder {
+ public:
+  WindowHolder() = default;
+  WindowHolder(const WindowHolder&) = delete;
+  WindowHolder& operator=(const WindowHolder&) = delete;
+  virtual ~WindowHolder() = default;
+
+  /// @return the top document of the surface, null when it cannot be had.
+  virtual com::ComPtr<IHTMLDocument2> GetDocument() const { return {}; }
+  /// Whether there is a browser or a document to talk to; makes no call to the browser.
+  virtual bool IsValid() const { return false; }
+  /// @return the window that stands for the surface (the frame of a tab, the hosted tab's own window, the
+  /// dialog).
+  virtual HWND GetWindowHandle() const { return nullptr; }
+  virtual bool IsBusy() const { return false; }
+  /// Makes the surface the visible one of its frame, and the frame the foreground window (maximised).
+  virtual bool BringToTop() { return false; }
+  virtual bool GoForward() { return false; }
+  virtual bool GoBack() { return false; }
+  virtual bool Refresh() { return false; }
+  virtual bool CloseTab() { return false; }
+  /// Presses the chord that closes the other tabs of the frame.
+  virtual bool CloseByKeys() { return false; }
+  /// Asks the window to close and reports success even when there is none: the caller has checked IsValid.
+  virtual bool CloseWindow();
+  /// @return the surface's COM object, by which two holders of one surface know each other; null when there
+  /// is none.
+  virtual IUnknown* Surface() const { return nullptr; }
+};
+
+/// A tab of an "IEFrame" frame.
+class TabBrowserHolder : public WindowHolder {
+ public:
+  /// The browser of the first page under a window; invalid when there is none.
+  explicit TabBrowserHolder(HWND window);
+  /// A browser in hand; invalid when it is null.
+  explicit TabBrowserHolder(com::ComPtr<IWebBrowser2> browser) : browser_(std::move(browser)) {}
+
+  com::ComPtr<IHTMLDocument2> GetDocument() const override;
+  bool IsValid() const override { return browser_ != nullptr; }
+  HWND GetWindowHandle() const override;
+  bool IsBusy() const override;
+  bool BringToTop() override;
+  bool GoForward() override;
+  bool GoBack() override;
+  bool Refresh() override;
+  bool CloseTab() override;
+  bool CloseByKeys() override;
+  IUnknown* Surface() const override { return browser_.Get(); }
+
+  /// @return the browser object; null in an invalid holder.
+  IWebBrowser2* Browser() const { return browser_.Get(); }
+
+ private:
+  com::ComPtr<IWebBrowser2> browser_;
+};
+
+/// A tab of a "Chrome_WidgetWin_1" frame that hosts the Internet Explorer engine.
+class IeBasedTabHolder : public TabBrowserHolder {
+ public:
+  explicit IeBasedTabHolder(HWND tab_window) : TabBrowserHolder(tab_window), tab_window_(tab_window) {}
+
+  HWND GetWindowHandle() const override { return tab_window_; }
+  bool BringToTop() override;
+  bool CloseTab() override;
+  bool CloseWindow() override;
+
+ private:
+  HWND tab_window_;
+};
+
+/// A modal HTML dialog, which has a document but no browser object.
+class ModalDialogHolder : public WindowHolder {
+ public:
+  explicit ModalDialogHolder(HWND window);
+
+  com::ComPtr<IHTMLDocument2> GetDocument() const override { return document_; }
+  bool IsValid() const override { return document_ != nullptr; }
+  HWND GetWindowHandle() const override { return dialog_window_; }
+  bool IsBusy() const override;
+  bool BringToTop() override;
+  bool CloseTab() override { return CloseWindow(); }
+  IUnknown* Surface() const override { return document_.Get(); }
+
+ private:
+  com::ComPtr<IHTMLDocument2> document_;
+  HWND dialog_window_;
+};
+
+}  // namespace quillmate::session
