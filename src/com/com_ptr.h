@@ -20,7 +20,10 @@ ComPtr<T> Query(IUnknown* object) {
 
 template <class T, class U>
 ComPtr<T> Query(const ComPtr<U>& object) {
-  return Query<T>(static_cast<IUnknown*>(object.Get()));
+  // Asked through its own type: an object of several interfaces has several IUnknown bases.
+  ComPtr<T> result;
+  if (object != nullptr) object->QueryInterface(__uuidof(T), reinterpret_cast<void**>(result.GetAddressOf()));
+  return result;
 }
 
 /// Whether two interface pointers belong to the same object (compared through IUnknown; two nulls are the
