@@ -1,0 +1,30 @@
+// The player's command line.
+#pragma once
+
+#include <expected>
+#include <span>
+#include <string>
+#include <string_view>
+
+#include "variables.h"
+
+namespace quillmate::player {
+
+/// All texts are UTF-8.
+struct Options {
+  std::string script;
+  std::string dll;     ///< empty: quillmate.dll beside the player
+  std::string report;  ///< folder; empty: no report
+  Variables variables;
+  bool json = false;
+  bool keep_going = false;
+  bool help = false;
+};
+
+/// @param arguments without the program's own name.
+/// @return the options, or what is wrong with them.
+std::expected<Options, std::string> ParseOptions(std::span<const std::string> arguments);
+
+extern const std::string_view kHelp;
+
+}  // namespace quillmate::player

@@ -1,0 +1,29 @@
+#include "output.h"
+
+#include "windows_text.h"
+
+namespace quillmate::player {
+
+void StandardStream::Write(std::string_view utf8) {
+  DWORD mode = 0;
+  DWORD written = 0;
+  if (GetConsoleMode(handle_, &mode)) {
+    const std::wstring wide = WideFromUtf8(utf8);
+    WriteConsoleW(handle_, wide.data(), static_cast<DWORD>(wide.size()), &written, nullptr);
+    return;
+  }
+  while (!utf8.empty()) {
+    if (!WriteFile(handle_, utf8.data(), static_cast<DWORD>(utf8.size()), &written, nullptr)) return;
+    utf8.remove_prefix(written);
+  }
+}
+
+std::optional<std::size_t> StandardStream::ConsoleColumns() const {
+  CONSOLE_SCREEN_BUFFER_INFO info;
+  if (!GetConsoleScreenBufferInfo(handle_, &info)) return std::nullopt;
+  // The last column stays free: writing into it would wrap the line.
+  const int columns = info.srWindow.Right - info.srWindow.Left;
+  return static_cast<std::size_t>(columns > 0 ? columns : 79);
+}
+
+}  // namespace quillmate::player

@@ -1,0 +1,91 @@
+#include "printers.h"
+
+#include <algorithm>
+
+#include "utf8.h"
+
+namespace quillmate::player {
+namespace {
+
+constexpr std::size_t kWidestSubject = 44;
+constexpr std::size_t kOutcomeWidth = 40;
+
+// Line breaks and other control characters would tear the line; JSON's escapes keep it whole.
+std::string OnOneLine(std::string_view text) {
+  const JsonPtr string(cJSON_CreateString(std::string(text).c_str()));
+  const std::string quoted = PrintCompact(string.get());
+  return quoted.size() - 2 == text.size() ? std::string(text) : quoted;
+}
+
+// A plain success says nothing beyond "ok".
+std::string OutcomeText(const Outcome& outcome) {
+  if (!outcome.failure.empty()) return "FAILED  " + OnOneLine(outcome.failure);
+  if (!outcome.envelope->success()) return "ok  fails: " + OnOneLine(outcome.envelope->log());
+  const cJSON* result = outcome.envelope->result();
+  if (result == nullptr || cJSON_IsTrue(result)) return "ok";
+  return "ok  " + PrintCompact(result);
+}
+
+std::string Count(std::size_t count, std::string_view noun) {
+  return std::to_string(count) + " " + std::string(noun) + (count == 1 ? "" : "s");
+}
+
+}  // namespace
+
+StepPrinter::StepPrinter(TextSink& out, std::span<const Step> steps) : out_(out) {
+  for (const Step& step : steps) {
+    line_width_ = std::max(line_width_, std::to_string(step.line).size());
+    command_width_ = std::max(command_width_, DisplayWidth(step.command));
+    subject_width_ = std::max(subject_width_, DisplayWidth(OnOneLine(step.Subject())));
+  }
+  subject_width_ = std::min(subject_width_, kWidestSubject);
+}
+
+void StepPrinter::Finished(const Outcome& outcome, const Summary&) {
+  const std::string line = std::to_string(outcome.step->line);
+  std::string text = OutcomeText(outcome);
+  // A failure is never cut short.
+  text = outcome.failure.empty() || DisplayWidth(text) < kOutcomeWidth ? FitTo(text, kOutcomeWidth) : text;
+  out_.Write(std::string(line_width_ - line.size(), ' ') + line + "  " +
+             FitTo(outcome.step->command, command_width_) + "  " +
+             FitTo(OnOneLine(outcome.step->Subject()), subject_width_) + "  " + text + "  " +
+             TimeText(outcome.time) + "\n");
+}
+
+void StepPrinter::Ended(const Summary& summary) { out_.Write(SummaryText(summary) + "\n"); }
+
+void JsonPrinter::Finished(const Outcome& outcome, const Summary&) {
+  const JsonPtr object(cJSON_CreateObject());
+  cJSON_AddNumberToObject(object.get(), "line", outcome.step->line);
+  cJSON_AddStringToObject(object.get(), "command", outcome.step->command.c_str());
+  cJSON_AddItemToObject(
+      object.get(), "envelope",
+      outcome.envelope ? cJSON_Duplicate(outcome.envelope->json(), true) : cJSON_CreateNull());
+  cJSON_AddNumberToObject(object.get(), "ms", static_cast<double>(outcome.time.count()));
+  out_.Write(PrintCompact(object.get()) + "\n");
+  if (!outcome.failure.empty()) {
+    errors_.Write("line " + std::to_string(outcome.step->line) + ": " + outcome.step->command + ": " +
+                  outcome.failure + "\n");
+  }
+}
+
+std::string TimeText(std::chrono::milliseconds time) {
+  const auto ms = time.count();
+  if (ms < 1000) return std::to_string(ms) + " ms";
+  if (ms < 59'950) {
+    const auto tenths = (ms + 50) / 100;
+    return std::to_string(tenths / 10) + "." + std::to_string(tenths % 10) + " s";
+  }
+  const auto seconds = (ms + 500) / 1000;
+  return std::to_string(seconds / 60) + " min " + std::to_string(seconds % 60) + " s";
+}
+
+std::string SummaryText(const Summary& summary) {
+  const std::string time = " in " + TimeText(summary.time);
+  if (summary.Passed()) return Count(summary.steps, "step") + ", all as expected" + time;
+  const std::size_t left = summary.steps - summary.played;
+  return std::to_string(summary.failed) + " of " + Count(summary.steps, "step") + " failed" +
+         (left > 0 ? ", " + std::to_string(left) + " not played" : "") + time;
+}
+
+}  // namespace quillmate::player

@@ -1,0 +1,160 @@
+// quillmate-play.exe as its callers see it: what it prints and how it exits, in the code page that the test
+// runs in.
+#include <gtest/gtest.h>
+#include <windows.h>
+
+#include <array>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <memory>
+#include <string>
+
+namespace {
+
+namespace fs = std::filesystem;
+
+struct Played {
+  DWORD exit_code;
+  std::string out, errors;
+};
+
+struct HandleCloser {
+  void operator()(HANDLE handle) const { CloseHandle(handle); }
+};
+using UniqueHandle = std::unique_ptr<void, HandleCloser>;
+
+std::string ReadText(const fs::path& path) {
+  std::ifstream file(path, std::ios::binary);
+  return std::string(std::istreambuf_iterator<char>(file), {});
+}
+
+UniqueHandle CreateInheritedFile(const fs::path& path) {
+  SECURITY_ATTRIBUTES inherited{sizeof(SECURITY_ATTRIBUTES), nullptr, TRUE};
+  return UniqueHandle(CreateFileW(path.c_str(), GENERIC_WRITE, FILE_SHARE_READ, &inherited, CREATE_ALWAYS,
+                                  FILE_ATTRIBUTE_NORMAL, nullptr));
+}
+
+fs::path BesideThisProgram(const wchar_t* name) {
+  std::array<wchar_t, MAX_PATH> path{};
+  GetModuleFileNameW(nullptr, path.data(), MAX_PATH);
+  return fs::path(path.data()).parent_path() / name;
+}
+
+class PlayerProgram : public testing::Test {
+ protected:
+  PlayerProgram()
+      : folder_(fs::temp_directory_path() / (L"quillmate-play " + std::to_wstring(GetCurrentProcessId()))) {
+    fs::create_directory(folder_);
+  }
+  ~PlayerProgram() override {
+    std::error_code ignored;
+    fs::remove_all(folder_, ignored);
+  }
+
+  Played Play(const std::string& script, const std::wstring& options = L"") {
+    const fs::path path = folder_ / "script.jsonl";
+    std::ofstream(path, std::ios::binary) << script;
+    return Start(L"\"" + path.wstring() + L"\" --dll \"" +
+                 BesideThisProgram(L"fake_quillmate.dll").wstring() + L"\" " + options);
+  }
+
+  Played Start(const std::wstring& arguments) {
+    std::wstring line = L"\"" + BesideThisProgram(L"quillmate-play.exe").wstring() + L"\" " + arguments;
+    PROCESS_INFORMATION process{};
+    {
+      const UniqueHandle out = CreateInheritedFile(folder_ / "out");
+      const UniqueHandle errors = CreateInheritedFile(folder_ / "errors");
+      STARTUPINFOW startup{};
+      startup.cb = sizeof startup;
+      startup.dwFlags = STARTF_USESTDHANDLES;
+      startup.hStdOutput = out.get();
+      startup.hStdError = errors.get();
+      EXPECT_TRUE(CreateProcessW(nullptr, line.data(), nullptr, nullptr, TRUE, 0, nullptr, nullptr, &startup,
+                                 &process));
+    }
+    const UniqueHandle process_handle(process.hProcess);
+    const UniqueHandle thread_handle(process.hThread);
+    EXPECT_EQ(WaitForSingleObject(process.hProcess, 30'000), WAIT_OBJECT_0);
+    Played run{};
+    GetExitCodeProcess(process.hProcess, &run.exit_code);
+    run.out = ReadText(folder_ / "out");
+    run.errors = ReadText(folder_ / "errors");
+    return run;
+  }
+
+  fs::path folder_;
+};
+
+// The letter that the code page lacks comes as its default character.
+std::string AnsiText() { return GetACP() == 936 ? "é确" : "é?"; }
+
+TEST_F(PlayerProgram, ShowsTextsOfBothEncodingsInUtf8) {
+  const Played run =
+      Play("{\"command\":\"gettext\",\"expect\":{\"result\":\"" + AnsiText() +
+               "\"}}\n"
+               "{\"command\":\"gettable\",\"expect\":{\"result\":[[0],[\"é确\"]]}}\n"
+               "{\"command\":\"currenturl\",\"expect\":{\"result\":\"file:///C:/${NAME}.html\"}}\n"
+               "{\"command\":\"type_m\",\"target\":\"id=a\",\"value\":\"${NAME}😀\"}\n",
+           L"--set NAME=é确 --json");
+  EXPECT_EQ(run.exit_code, 0U) << run.errors;
+  EXPECT_TRUE(run.out.contains(R"({"line":1,"command":"gettext","envelope":{"success":true,"result":")" +
+                               AnsiText() + R"("},"ms":)"))
+      << run.out;
+  EXPECT_TRUE(run.out.contains(R"("result":"[[0],[\"é确\"]]")")) << run.out;
+  EXPECT_TRUE(run.out.contains(R"("result":"file:///C:/é确.html")")) << run.out;
+  EXPECT_TRUE(run.out.contains(R"("command":"type_m","envelope":{"success":true,"result":true})")) << run.out;
+}
+
+TEST_F(PlayerProgram, ExitsWithOneWhenAStepFails) {
+  const std::string failing = "{\"command\":\"click\",\"target\":\"id=a\"}\n{\"command\":\"gettext\"}\n";
+  const Played stopped = Play(failing);
+  EXPECT_EQ(stopped.exit_code, 1U);
+  EXPECT_TRUE(stopped.out.contains("FAILED  Element not found!")) << stopped.out;
+  EXPECT_TRUE(stopped.out.contains("1 of 2 steps failed, 1 not played")) << stopped.out;
+  const Played kept_going = Play(failing, L"--keep-going");
+  EXPECT_EQ(kept_going.exit_code, 1U);
+  EXPECT_TRUE(kept_going.out.contains("1 of 2 steps failed in")) << kept_going.out;
+}
+
+TEST_F(PlayerProgram, ExitsWithTwoAndAPlaceWhenTheScriptOrTheCallIsWrong) {
+  struct Row {
+    std::string script;
+    std::wstring options;
+    std::string error;
+  };
+  const Row rows[] = {
+      {"{\"command\":\"gettext\"}\n{\"command\":\"gettxt\"}", L"",
+       "script.jsonl:2:12: the library has no command"},
+      {"{\"command\":\"cJSON_Parse\"}", L"", "script.jsonl:1:12: the library has no command"},
+      {"\n{\"command\"", L"", "script.jsonl:2:"},
+      {"{\"command\":\"open\",\"target\":\"${PAGE}\"}", L"", "script.jsonl:1:29: ${PAGE} has no value"},
+      {"{\"command\":\"gettext\"}", L"--nonsense", "unknown option --nonsense"},
+  };
+  for (const Row& row : rows) {
+    const Played run = Play(row.script, row.options);
+    EXPECT_EQ(run.exit_code, 2U) << row.script;
+    EXPECT_EQ(run.out, "") << row.script;
+    EXPECT_TRUE(run.errors.contains(row.error)) << run.errors;
+  }
+  EXPECT_EQ(Start(L"missing.jsonl").exit_code, 2U);
+}
+
+TEST_F(PlayerProgram, TellsTheStepInWhichTheLibraryBroke) {
+  struct Row {
+    std::string command, message;
+  };
+  const Row rows[] = {
+      {"quit", "the library answered a null pointer"},
+      {"refresh", "line 2: refresh: the library crashed (exception 0xC0000005)"},
+      {"back", "line 2: back: the library ended the process"},
+  };
+  for (const Row& row : rows) {
+    const Played run = Play("{\"command\":\"gettext\"}\n{\"command\":\"" + row.command + "\"}\n");
+    EXPECT_EQ(run.exit_code, 1U) << row.command;
+    EXPECT_TRUE(run.out.starts_with("1  gettext")) << run.out;
+    EXPECT_TRUE((run.out + run.errors).contains(row.message)) << run.out << run.errors;
+  }
+}
+
+}  // namespace
