@@ -1,0 +1,37 @@
+// Printing results by cJSON's formatted printer.
+#include "api/envelope.h"
+
+namespace quillmate::api {
+namespace {
+
+struct ItemMaker {
+  cJSON* operator()(std::int32_t number) const { return cJSON_CreateNumber(number); }
+  cJSON* operator()(bool flag) const { return cJSON_CreateBool(flag); }
+  cJSON* operator()(const std::string& text) const { return cJSON_CreateString(text.c_str()); }
+  cJSON* operator()(JsonPtr& json) const { return json.release(); }
+};
+
+bool IsText(const Result& result) {
+  return std::holds_alternative<std::string>(result.value) || std::holds_alternative<JsonPtr>(result.value);
+}
+
+}  // namespace
+
+JsonText PrintEnvelope(Result result) {
+  const JsonPtr envelope(cJSON_CreateObject());
+  if (!envelope) return nullptr;
+  cJSON_AddBoolToObject(envelope.get(), "success", result.success);
+  JsonPtr item(std::visit(ItemMaker(), result.value));
+  if (cJSON_AddItemToObject(envelope.get(), "result", item.get())) static_cast<void>(item.release());
+  if (!result.log.empty()) cJSON_AddStringToObject(envelope.get(), "log", result.log.c_str());
+  return JsonText(cJSON_Print(envelope.get()));
+}
+
+const char* ResultBuffers::Store(Result result) {
+  JsonText& buffer = IsText(result) ? texts_ : flags_;
+  buffer.reset();  // before printing, so that a host sees the same address again where the allocator allows
+  buffer = PrintEnvelope(std::move(result));
+  return buffer.get();
+}
+
+}  // namespace quillmate::api

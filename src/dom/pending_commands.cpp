@@ -1,0 +1,94 @@
+// Commands that are not built yet: they check their parameters and answer their own failure.
+#include "api/messages.h"
+#include "api/validation.h"
+#include "dom/commands.h"
+
+namespace quillmate::dom {
+
+using api::CommandParams;
+using api::Fail;
+using api::Result;
+namespace messages = api::messages;
+
+Result Click(const CommandParams& params) {
+  if (!api::IsElementLocator(params.Get("target"))) return Fail(messages::kInvalidElementLocator);
+  return Fail(messages::kClickFailed);
+}
+
+Result TypeText(const CommandParams& params) {
+  if (!api::IsElementLocator(params.Get("target"))) return Fail(messages::kInvalidElementLocator);
+  if (!api::IsTextValue(params.Get("value"))) return Fail(messages::kInvalidParameter);
+  return Fail(messages::kSetAttributeFailed);
+}
+
+Result Append(const CommandParams& params) {
+  if (!api::IsElementLocator(params.Get("target"))) return Fail(messages::kInvalidElementLocator);
+  if (!api::IsTextValue(params.Get("value"))) return Fail(messages::kInvalidParameter);
+  return Fail(messages::kFailedToAddTextToTheEditBox);
+}
+
+Result Clear(const CommandParams& params) {
+  if (!api::IsElementLocator(params.Get("target"))) return Fail(messages::kInvalidElementLocator);
+  return Fail(messages::kFailedToClearTheEditBox);
+}
+
+Result Select(const CommandParams& params) {
+  if (!api::IsElementLocator(params.Get("target"))) return Fail(messages::kInvalidElementLocator);
+  if (!api::IsOptionSelector(params.Get("value"))) return Fail(messages::kInvalidOption);
+  return Fail(messages::kGetOptionFailed);
+}
+
+Result Deselect(const CommandParams& params) {
+  if (!api::IsElementLocator(params.Get("target"))) return Fail(messages::kInvalidElementLocator);
+  if (!api::IsOptionSelector(params.Get("value"))) return Fail(messages::kInvalidOption);
+  return Fail(messages::kDeselectFailed);
+}
+
+Result GetAttribute(const CommandParams& params) {
+  if (!api::IsElementLocator(params.Get("target"))) return Fail(messages::kInvalidElementLocator);
+  if (!api::IsTextValue(params.Get("value"))) return Fail(messages::kInvalidParameter);
+  return Fail(messages::kGetAttributeFailed);
+}
+
+Result GetText(const CommandParams& params) {
+  if (!api::IsElementLocator(params.Get("target"))) return Fail(messages::kInvalidElementLocator);
+  return Fail(messages::kGetTextFailed);
+}
+
+Result SendKeysToElement(const CommandParams& params) {
+  if (!api::IsElementLocator(params.Get("target"))) return Fail(messages::kInvalidElementLocator);
+  if (!api::IsTextValue(params.Get("value"))) return Fail(messages::kInvalidParameter);
+  return Fail(messages::kSendKeysToElementFailed);
+}
+
+Result ExecuteScript(const CommandParams& params) {
+  if (!api::IsTextValue(params.Get("value"))) return Fail(messages::kInvalidParameter);
+  return Fail(messages::kExecuteScriptFailed);
+}
+
+Result PageSource(const CommandParams&) { return Fail(messages::kFrameNotFound); }
+
+Result GetCookie(const CommandParams&) { return Fail(messages::kGetCookieFailed); }
+
+Result AssertAlert(const CommandParams&) { return Fail(messages::kAssertalertFailed); }
+
+Result ChooseOkOnNextConfirmation(const CommandParams&) {
+  return Fail(messages::kChooseOkOnNextConfirmationFailed);
+}
+
+Result ChooseCancelOnNextConfirmation(const CommandParams&) {
+  return Fail(messages::kChooseCancelOnNextConfirmationFailed);
+}
+
+Result AnswerOnNextPrompt(const CommandParams& params) {
+  if (!api::IsTextValue(params.Get("value"))) return Fail(messages::kInvalidParameter);
+  return Fail(messages::kAnswerOnNextPromptFailed);
+}
+
+Result ChooseCancelOnNextPrompt(const CommandParams&) {
+  return Fail(messages::kChooseCancelOnNextPromptFailed);
+}
+
+Result ClickOnAlertDialog(const CommandParams&) { return Fail(messages::kClickOnAlertDialogFailed); }
+
+}  // namespace quillmate::dom
