@@ -70,25 +70,4 @@ Result PageSource(const CommandParams&) { return Fail(messages::kFrameNotFound);
 
 Result GetCookie(const CommandParams&) { return Fail(messages::kGetCookieFailed); }
 
-Result AssertAlert(const CommandParams&) { return Fail(messages::kAssertalertFailed); }
-
-Result ChooseOkOnNextConfirmation(const CommandParams&) {
-  return Fail(messages::kChooseOkOnNextConfirmationFailed);
-}
-
-Result ChooseCancelOnNextConfirmation(const CommandParams&) {
-  return Fail(messages::kChooseCancelOnNextConfirmationFailed);
-}
-
-Result AnswerOnNextPrompt(const CommandParams& params) {
-  if (!api::IsTextValue(params.Get("value"))) return Fail(messages::kInvalidParameter);
-  return Fail(messages::kAnswerOnNextPromptFailed);
-}
-
-Result ChooseCancelOnNextPrompt(const CommandParams&) {
-  return Fail(messages::kChooseCancelOnNextPromptFailed);
-}
-
-Result ClickOnAlertDialog(const CommandParams&) { return Fail(messages::kClickOnAlertDialogFailed); }
-
 }  // namespace quillmate::dom
