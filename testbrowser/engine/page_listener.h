@@ -15,18 +15,21 @@ class Page;
 /// Chromium's own id of a frame; it stays the same when the frame navigates.
 using FrameId = std::string;
 
-struct MessageBox {
+struct ScriptBox {
   enum class Kind { kAlert, kConfirm, kPrompt };
   Kind kind = Kind::kAlert;
-  FrameId frame;             ///< whose script asked
   std::string text;          ///< UTF-8
   std::string default_text;  ///< UTF-8; prompts only
 };
 
-struct MessageBoxAnswer {
+struct BoxAnswer {
   bool accepted = false;
   std::string text;  ///< UTF-8; what an accepted prompt gives
 };
+
+// The older names of these two; MessageBox is a macro of windows.h, so they go as soon as nobody uses them.
+using MessageBox = ScriptBox;
+using MessageBoxAnswer = BoxAnswer;
 
 struct ModalDialog {
   std::shared_ptr<Page> page;  ///< loads the dialog's address already; its opener waits until it is closed
@@ -65,7 +68,7 @@ class PageListener {
 
   /// A script called alert, confirm or prompt and stays blocked until `answer` is called, once, at any later
   /// time (not necessarily before this returns). Answering after the box is gone does nothing.
-  virtual void OnMessageBox(const MessageBox& box, std::function<void(MessageBoxAnswer)> answer) = 0;
+  virtual void OnMessageBox(const ScriptBox& box, std::function<void(BoxAnswer)> answer) = 0;
   /// The page under the box went away (navigation, closing, crash): take the box down; nobody waits for its
   /// answer.
   virtual void OnMessageBoxGone() = 0;

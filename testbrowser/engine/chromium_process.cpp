@@ -1,0 +1,59 @@
+#include "engine/chromium_process.h"
+
+#include <string>
+
+#include "com/handle.h"
+
+namespace testbrowser::engine {
+namespace {
+
+// Run by sh with the socket as standard input. Chromium wants its messages on descriptors 3 and 4, in
+// blocking mode (Wine leaves sockets non-blocking; the flag belongs to the socket, so another process may
+// clear it).
+constexpr wchar_t kLauncher[] =
+    L"PATH=/usr/bin:/bin; "
+    L"LC_ALL=C perl -MFcntl -e 'fcntl(STDIN, F_SETFL, fcntl(STDIN, F_GETFL, 0) & ~O_NONBLOCK)'; "
+    L"profile=$(mktemp -d); "
+    L"HOME=$profile /usr/lib/chromium/chromium --user-data-dir=$profile \"$@\" "
+    L"3<&0 4>&0 </dev/null >/dev/null 2>&1; "
+    L"rm -rf $profile";
+
+// Site isolation off keeps frames of other origins in their page's own session (script access stays denied,
+// as in Internet Explorer). Throttling off: every tab counts as shown.
+constexpr wchar_t kFlags[] =
+    L"--headless=new --remote-debugging-pipe --no-sandbox --disable-gpu --disable-quic --no-first-run "
+    L"--disable-background-networking --disable-component-update --disable-sync --disable-default-apps "
+    L"--disable-extensions --disable-popup-blocking --allow-file-access-from-files "
+    L"--disable-site-isolation-trials --disable-features=IsolateOrigins,site-per-process,Translate "
+    L"--disable-background-timer-throttling --disable-backgrounding-occluded-windows "
+    L"--disable-renderer-backgrounding --disable-hang-monitor --password-store=basic "
+    L"about:blank";
+
+/// The launcher as one argument of a Windows command line.
+std::wstring Quoted(const wchar_t* text) {
+  std::wstring quoted = L"\"";
+  for (const wchar_t* c = text; *c != 0; ++c) {
+    if (*c == L'"') quoted += L'\\';
+    quoted += *c;
+  }
+  return quoted + L'"';
+}
+
+}  // namespace
+
+bool StartChromium(UniqueSocket devtools) {
+  const auto socket = reinterpret_cast<HANDLE>(devtools.get());
+  STARTUPINFOW startup{};
+  startup.cb = sizeof startup;
+  startup.dwFlags = STARTF_USESTDHANDLES;
+  startup.hStdInput = startup.hStdOutput = socket;
+  std::wstring command = L"sh -c " + Quoted(kLauncher) + L" sh " + kFlags;
+  PROCESS_INFORMATION process{};
+  const BOOL started = CreateProcessW(LR"(\\?\unix\bin\sh)", command.data(), nullptr, nullptr, TRUE, 0,
+                                      nullptr, nullptr, &startup, &process);
+  const quillmate::com::UniqueHandle process_handle(process.hProcess);
+  const quillmate::com::UniqueHandle thread_handle(process.hThread);
+  return started != FALSE;
+}
+
+}  // namespace testbrowser::engine

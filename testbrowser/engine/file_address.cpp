@@ -1,0 +1,140 @@
+#include "engine/file_address.h"
+
+#include <windows.h>
+#include <algorithm>
+#include <cctype>
+#include <memory>
+
+#include "com/encoding.h"
+
+namespace testbrowser::engine {
+namespace {
+
+using quillmate::com::FromUtf8;
+using quillmate::com::ToUtf8;
+
+constexpr std::string_view kScheme = "file:";
+
+bool HasScheme(std::string_view address) {
+  return address.size() >= kScheme.size() &&
+         std::ranges::equal(address.substr(0, kScheme.size()), kScheme, {},
+                            [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
+}
+
+bool BeginsWithDrive(std::string_view path) {
+  return path.size() >= 2 && std::isalpha(static_cast<unsigned char>(path[0])) != 0 &&
+         (path[1] == ':' || path[1] == '|');
+}
+
+int HexValue(char digit) {
+  const auto c = static_cast<unsigned char>(digit);
+  if (std::isxdigit(c) == 0) return -1;
+  return std::isdigit(c) != 0 ? c - '0' : std::tolower(c) - 'a' + 10;
+}
+
+std::string PercentDecoded(std::string_view text) {
+  std::string decoded;
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    const bool escape =
+        text[i] == '%' && i + 2 < text.size() && HexValue(text[i + 1]) >= 0 && HexValue(text[i + 2]) >= 0;
+    decoded += escape ? static_cast<char>(HexValue(text[i + 1]) * 16 + HexValue(text[i + 2])) : text[i];
+    if (escape) i += 2;
+  }
+  return decoded;
+}
+
+/// A path as an address spells it: only what would end or break the path is escaped, and all non-ASCII bytes.
+std::string PercentEncoded(std::string_view path) {
+  constexpr std::string_view kHex = "0123456789ABCDEF";
+  constexpr std::string_view kPlain = "/-_.~!$&'()*+,;=:@";
+  std::string encoded;
+  for (const char character : path) {
+    const auto c = static_cast<unsigned char>(character);
+    if (c < 0x80 && (std::isalnum(c) != 0 || kPlain.find(character) != std::string_view::npos)) {
+      encoded += character;
+    } else {
+      encoded += {'%', kHex[c >> 4], kHex[c & 15]};
+    }
+  }
+  return encoded;
+}
+
+struct HeapFreer {
+  void operator()(void* memory) const { HeapFree(GetProcessHeap(), 0, memory); }
+};
+
+template <class Function>
+Function* WineExport(const char* name) {
+  return reinterpret_cast<Function*>(
+      reinterpret_cast<void*>(GetProcAddress(GetModuleHandleW(L"kernel32.dll"), name)));
+}
+
+/// The Linux path (UTF-8) of an absolute Windows path; empty when there is none.
+std::string LinuxPath(std::string_view windows_path) {
+  static const auto convert = WineExport<char * CDECL(LPCWSTR)>("wine_get_unix_file_name");
+  if (convert == nullptr) return {};
+  const std::unique_ptr<char, HeapFreer> path(convert(FromUtf8(windows_path).c_str()));
+  return path != nullptr ? path.get() : "";
+}
+
+/// The Windows path (UTF-8) of a Linux path; empty when no drive holds it.
+std::string WindowsPath(const std::string& linux_path) {
+  static const auto convert = WineExport<LPWSTR CDECL(LPCSTR)>("wine_get_dos_file_name");
+  if (convert == nullptr) return {};
+  // Wine spoils what the locale's encoding lacks. The drive is found by the first, plain folders alone.
+  const auto odd =
+      std::ranges::find_if(linux_path, [](unsigned char c) { return c >= 0x80; }) - linux_path.begin();
+  const auto plain = static_cast<std::size_t>(odd) == linux_path.size()
+                         ? linux_path.size()
+                         : linux_path.rfind('/', static_cast<std::size_t>(odd)) + 1;
+  const std::unique_ptr<wchar_t, HeapFreer> path(convert(linux_path.substr(0, plain).c_str()));
+  return path != nullptr ? ToUtf8(path.get()) + linux_path.substr(plain) : "";
+}
+
+struct SplitAddress {
+  std::string_view path;
+  std::string_view tail;  ///< "?query#fragment"
+};
+
+SplitAddress Split(std::string_view text) {
+  const auto end = std::min(text.find_first_of("?#"), text.size());
+  return {text.substr(0, end), text.substr(end)};
+}
+
+std::string WithForwardSlashes(std::string text) {
+  std::ranges::replace(text, '\\', '/');
+  return text;
+}
+
+}  // namespace
+
+std::string ToEngineAddress(std::string_view address) {
+  const bool is_address = HasScheme(address);
+  if (!is_address && !BeginsWithDrive(address)) return std::string(address);
+  SplitAddress parts{address, {}};
+  if (is_address) parts = Split(address.substr(kScheme.size()));
+  std::string path = WithForwardSlashes(std::string(parts.path));
+  if (is_address) path = PercentDecoded(path);
+  std::string_view drive_path = path;
+  drive_path.remove_prefix(std::min(drive_path.find_first_not_of('/'), drive_path.size()));
+  if (!BeginsWithDrive(drive_path)) return std::string(address);
+  std::string windows_path(drive_path);
+  windows_path[1] = ':';
+  std::ranges::replace(windows_path, '/', '\\');
+  const std::string linux_path = LinuxPath(windows_path);
+  if (linux_path.empty()) return std::string(address);
+  return "file://" + PercentEncoded(linux_path) + std::string(parts.tail);
+}
+
+std::string ToWindowsAddress(std::string_view address) {
+  if (!HasScheme(address)) return std::string(address);
+  const auto [path, tail] = Split(address.substr(kScheme.size()));
+  const std::string linux_path =
+      PercentDecoded(path.substr(std::min(path.find_first_not_of('/'), path.size())));
+  if (BeginsWithDrive(linux_path)) return std::string(address);
+  const std::string windows_path = WindowsPath("/" + linux_path);
+  if (windows_path.empty()) return std::string(address);
+  return "file:///" + PercentEncoded(WithForwardSlashes(windows_path)) + std::string(tail);
+}
+
+}  // namespace testbrowser::engine

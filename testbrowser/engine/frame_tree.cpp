@@ -1,0 +1,72 @@
+#include "engine/frame_tree.h"
+
+#include <algorithm>
+
+#include "engine/file_address.h"
+
+namespace testbrowser::engine {
+namespace {
+
+void SetAddress(FrameTree::Frame& frame, const cJSON* description) {
+  const std::string failed = MemberText(description, "unreachableUrl");
+  frame.is_error_page = !failed.empty();
+  const std::string shown = MemberText(description, "url") + MemberText(description, "urlFragment");
+  frame.url = ToWindowsAddress(frame.is_error_page ? failed : shown);
+}
+
+}  // namespace
+
+const FrameTree::Frame* FrameTree::Find(const FrameId& id) const {
+  const auto found = frames_.find(id);
+  return found != frames_.end() ? &found->second : nullptr;
+}
+
+void FrameTree::AddExisting(const cJSON* tree) {
+  const cJSON* description = Member(tree, "frame");
+  const FrameId id = MemberText(description, "id");
+  if (const std::string parent = MemberText(description, "parentId"); !parent.empty()) Attach(id, parent);
+  if (Frame* frame = Find(id); frame != nullptr && frame->url.empty()) SetAddress(*frame, description);
+  const cJSON* child = nullptr;
+  cJSON_ArrayForEach(child, Member(tree, "childFrames")) AddExisting(child);
+}
+
+void FrameTree::Attach(const FrameId& id, const FrameId& parent) {
+  Frame* owner = Find(parent);
+  if (owner == nullptr || Find(id) != nullptr) return;
+  owner->children.push_back(id);
+  frames_[id].parent = parent;
+}
+
+void FrameTree::Detach(const FrameId& id) {
+  const Frame* frame = Find(id);
+  if (frame == nullptr || id == main_) return;
+  for (const auto& child : std::vector(frame->children)) Detach(child);
+  if (Frame* parent = Find(*frame->parent)) std::erase(parent->children, id);
+  frames_.erase(id);
+}
+
+void FrameTree::Commit(const cJSON* description) {
+  Frame* frame = Find(MemberText(description, "id"));
+  if (frame == nullptr) return;
+  for (const auto& child : std::vector(frame->children)) Detach(child);
+  SetAddress(*frame, description);
+  ++frame->generation;
+}
+
+void FrameTree::AddContext(const cJSON* context) {
+  const cJSON* origin = Member(context, "auxData");
+  if (!MemberBool(origin, "isDefault")) return;
+  if (Frame* frame = Find(MemberText(origin, "frameId"))) frame->context = MemberText(context, "uniqueId");
+}
+
+void FrameTree::RemoveContext(const std::string& unique_id) {
+  for (auto& [id, frame] : frames_) {
+    if (frame.context == unique_id) frame.context.clear();
+  }
+}
+
+void FrameTree::RemoveAllContexts() {
+  for (auto& [id, frame] : frames_) frame.context.clear();
+}
+
+}  // namespace testbrowser::engine

@@ -1,0 +1,78 @@
+#include "engine/page.h"
+
+#include "engine/file_address.h"
+#include "engine/page_parts.h"
+
+namespace testbrowser::engine {
+
+Page::Page(std::unique_ptr<PageParts> parts) : parts_(std::move(parts)) {}
+Page::~Page() = default;
+
+void Page::SetListener(PageListener* listener) { parts_->listener = listener; }
+bool Page::IsClosed() const { return parts_->closed; }
+
+FrameId Page::MainFrame() const { return parts_->frames.main(); }
+bool Page::HasFrame(const FrameId& id) const { return parts_->frames.Find(id) != nullptr; }
+
+std::optional<FrameId> Page::ParentFrame(const FrameId& id) const {
+  const auto* frame = parts_->frames.Find(id);
+  return frame != nullptr ? frame->parent : std::nullopt;
+}
+
+std::vector<FrameId> Page::ChildFrames(const FrameId& id) const {
+  const auto* frame = parts_->frames.Find(id);
+  return frame != nullptr ? frame->children : std::vector<FrameId>();
+}
+
+std::string Page::FrameUrl(const FrameId& id) const {
+  const auto* frame = parts_->frames.Find(id);
+  return frame != nullptr ? frame->url : "";
+}
+
+unsigned Page::DocumentGeneration(const FrameId& id) const {
+  const auto* frame = parts_->frames.Find(id);
+  return frame != nullptr ? frame->generation : 0;
+}
+
+bool Page::ShowsErrorPage(const FrameId& id) const {
+  const auto* frame = parts_->frames.Find(id);
+  return frame != nullptr && frame->is_error_page;
+}
+
+void Page::Navigate(std::string_view url) { NavigateFrame(MainFrame(), url); }
+
+void Page::NavigateFrame(const FrameId& frame, std::string_view url) {
+  parts_->session.Send(
+      "Page.navigate", JsonObject().Add("url", ToEngineAddress(url)).Add("frameId", frame).Take(),
+      [this, frame, asked = std::string(url)](Reply reply) {
+        const std::string error = reply ? MemberText(reply->get(), "errorText") : reply.error();
+        if (error.empty()) return;
+        parts_->Tell([&](PageListener& to) { to.OnNavigationFailed(frame, asked, error); });
+      });
+}
+
+void Page::Reload(bool ignore_cache) {
+  parts_->session.Send("Page.reload", JsonObject().Add("ignoreCache", ignore_cache).Take());
+}
+
+bool Page::Go(int delta) {
+  const Reply history = parts_->session.Request("Page.getNavigationHistory");
+  if (!history) return false;
+  const int index = static_cast<int>(MemberNumber(history->get(), "currentIndex")) + delta;
+  const cJSON* entry = index >= 0 ? cJSON_GetArrayItem(Member(history->get(), "entries"), index) : nullptr;
+  if (entry == nullptr) return false;
+  parts_->session.Send("Page.navigateToHistoryEntry",
+                       JsonObject().Add("entryId", MemberNumber(entry, "id")).Take());
+  return true;
+}
+
+void Page::Stop() { parts_->session.Send("Page.stopLoading"); }
+
+void Page::Close() {
+  if (parts_->closed) return;
+  parts_->session.connection->Send("", "Target.closeTarget",
+                                   JsonObject().Add("targetId", parts_->target).Take());
+  parts_->MarkClosed(false);
+}
+
+}  // namespace testbrowser::engine

@@ -1,0 +1,137 @@
+// Calls of a page's scripts: a function of the agent or a script text, in one frame's main world.
+#include "engine/page.h"
+#include "engine/page_parts.h"
+
+namespace testbrowser::engine {
+namespace {
+
+using CallResult = std::expected<JsonPtr, CallError>;
+
+constexpr char kCallAgent[] =
+    "function(name, ...args) { return window[Symbol.for('testbrowser.agent')][name](...args); }";
+/// Between two documents a frame has no context for a moment.
+constexpr std::chrono::seconds kContextLimit(5);
+
+std::unexpected<CallError> Gone(const PageParts& page) {
+  const bool engine_gone = page.closed || !page.session.connection->IsOpen();
+  return std::unexpected(
+      CallError{engine_gone ? CallError::Kind::kEngineGone : CallError::Kind::kFrameGone, ""});
+}
+
+/// The unique id of the frame's context; empty when the frame is gone or gets none in time.
+std::string ContextOf(const PageParts& page, const FrameId& id) {
+  const auto ready_or_gone = [&] {
+    const auto* frame = page.frames.Find(id);
+    return page.closed || frame == nullptr || !frame->context.empty();
+  };
+  page.session.connection->WaitUntil(ready_or_gone, kContextLimit);
+  const auto* frame = page.frames.Find(id);
+  return frame != nullptr && !page.closed ? frame->context : "";
+}
+
+std::string ExceptionText(const cJSON* details) {
+  const cJSON* exception = Member(details, "exception");
+  if (std::string text = MemberText(exception, "description"); !text.empty()) return text;
+  if (const cJSON* value = Member(exception, "value")) {
+    return cJSON_IsString(value) != 0 ? value->valuestring : PrintJson(value);
+  }
+  return MemberText(details, "text");
+}
+
+/// Numbers that JSON cannot write come as text.
+JsonPtr TakeValue(cJSON* result) {
+  if (cJSON* value = cJSON_DetachItemFromObjectCaseSensitive(result, "value")) return JsonPtr(value);
+  const std::string odd = MemberText(result, "unserializableValue");
+  return odd.empty() ? JsonNull() : JsonText(odd);
+}
+
+/// What Runtime.callFunctionOn and Runtime.evaluate answer, as a call's result.
+CallResult ToResult(const PageParts& page, Reply reply) {
+  if (!reply) return Gone(page);
+  if (const cJSON* details = Member(reply->get(), "exceptionDetails")) {
+    return std::unexpected(CallError{CallError::Kind::kScript, ExceptionText(details)});
+  }
+  return TakeValue(cJSON_GetObjectItemCaseSensitive(reply->get(), "result"));
+}
+
+JsonPtr CallArguments(std::string_view function, JsonPtr args) {
+  JsonPtr list = JsonArray(JsonObject().Add("value", function).Take());
+  while (cJSON* value = args != nullptr ? cJSON_DetachItemFromArray(args.get(), 0) : nullptr) {
+    cJSON_AddItemToArray(list.get(), JsonObject().Add("value", JsonPtr(value)).Take().release());
+  }
+  return list;
+}
+
+JsonObject CallOfAgent(const std::string& context, std::string_view function, JsonPtr args) {
+  JsonObject params;
+  params.Add("functionDeclaration", kCallAgent)
+      .Add("uniqueContextId", context)
+      .Add("arguments", CallArguments(function, std::move(args)))
+      .Add("userGesture", true);
+  return params;
+}
+
+}  // namespace
+
+CallResult Page::Call(const FrameId& frame, std::string_view function, JsonPtr args) {
+  const std::string context = ContextOf(*parts_, frame);
+  if (context.empty()) return Gone(*parts_);
+  JsonPtr params = CallOfAgent(context, function, std::move(args)).Add("returnByValue", true).Take();
+  return ToResult(*parts_, parts_->session.Request("Runtime.callFunctionOn", std::move(params)));
+}
+
+CallResult Page::Evaluate(const FrameId& frame, std::string_view script) {
+  const std::string context = ContextOf(*parts_, frame);
+  if (context.empty()) return Gone(*parts_);
+  JsonPtr params = JsonObject()
+                       .Add("expression", script)
+                       .Add("uniqueContextId", context)
+                       .Add("returnByValue", true)
+                       .Add("userGesture", true)
+                       .Take();
+  return ToResult(*parts_, parts_->session.Request("Runtime.evaluate", std::move(params)));
+}
+
+std::optional<FrameId> Page::FrameOfElement(const FrameId& frame, int node) {
+  const std::string context = ContextOf(*parts_, frame);
+  if (context.empty()) return {};
+  const Reply element = parts_->session.Request(
+      "Runtime.callFunctionOn", CallOfAgent(context, "element", JsonArray(JsonNumber(node))).Take());
+  if (!element) return {};
+  const std::string object = MemberText(Member(element->get(), "result"), "objectId");
+  if (object.empty()) return {};
+  const Reply described =
+      parts_->session.Request("DOM.describeNode", JsonObject().Add("objectId", object).Take());
+  parts_->session.Send("Runtime.releaseObject", JsonObject().Add("objectId", object).Take());
+  if (!described) return {};
+  FrameId inner = MemberText(Member(described->get(), "node"), "frameId");
+  // A document's own node (HTML) carries the frame that it is in.
+  if (inner.empty() || inner == frame) return {};
+  return inner;
+}
+
+std::optional<int> Page::OwnerElement(const FrameId& frame) {
+  const auto parent = ParentFrame(frame);
+  const std::string context = parent ? ContextOf(*parts_, *parent) : "";
+  if (context.empty()) return {};
+  const Reply owner = parts_->session.Request("DOM.getFrameOwner", JsonObject().Add("frameId", frame).Take());
+  if (!owner) return {};
+  const Reply resolved = parts_->session.Request(
+      "DOM.resolveNode",
+      JsonObject().Add("backendNodeId", MemberNumber(owner->get(), "backendNodeId")).Take());
+  if (!resolved) return {};
+  const std::string object = MemberText(Member(resolved->get(), "object"), "objectId");
+  JsonPtr params = JsonObject()
+                       .Add("functionDeclaration",
+                            "function() { return window[Symbol.for('testbrowser.agent')].numberOf(this); }")
+                       .Add("objectId", object)
+                       .Add("returnByValue", true)
+                       .Take();
+  const CallResult number =
+      ToResult(*parts_, parts_->session.Request("Runtime.callFunctionOn", std::move(params)));
+  parts_->session.Send("Runtime.releaseObject", JsonObject().Add("objectId", object).Take());
+  if (!number || cJSON_IsNumber(number->get()) == 0) return {};
+  return (*number)->valueint;
+}
+
+}  // namespace testbrowser::engine
