@@ -80,6 +80,9 @@ void OnDialogOpening(PageParts& page, const cJSON*) {
 
 void OnPaused(PageParts& page, const cJSON*) { page.session.Send("Debugger.resume"); }
 
+void OnScreencastFrame(PageParts& page, const cJSON* params) { page.screencast.AddFrame(params); }
+void OnDragIntercepted(PageParts& page, const cJSON* params) { page.input.BeginDrag(params); }
+
 using Handler = void (*)(PageParts&, const cJSON*);
 const std::map<std::string, Handler>& Handlers() {
   static const std::map<std::string, Handler> handlers = {
@@ -91,6 +94,8 @@ const std::map<std::string, Handler>& Handlers() {
       {"Page.frameStartedLoading", OnFrameStartedLoading},
       {"Page.frameStoppedLoading", OnFrameStoppedLoading},
       {"Page.lifecycleEvent", OnLifecycleEvent},
+      {"Page.screencastFrame", OnScreencastFrame},
+      {"Input.dragIntercepted", OnDragIntercepted},
       {"Page.javascriptDialogOpening", OnDialogOpening},
       {"Runtime.executionContextCreated", OnContextCreated},
       {"Runtime.executionContextDestroyed", OnContextDestroyed},
@@ -119,6 +124,7 @@ void PageParts::SetUp(const std::vector<std::string>& scripts) {
   }
   session.Send("Runtime.enable");
   session.Send("Debugger.enable");
+  session.Send("Input.setInterceptDrags", JsonObject().Add("enabled", true).Take());
   session.Send("Emulation.setFocusEmulationEnabled", JsonObject().Add("enabled", true).Take());
 }
 

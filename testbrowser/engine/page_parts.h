@@ -6,18 +6,28 @@
 #include <string>
 
 #include "engine/frame_tree.h"
+#include "engine/input_queue.h"
 #include "engine/page.h"
+#include "engine/screencast.h"
 #include "engine/session.h"
 
 namespace testbrowser::engine {
 
 struct PageParts {
   PageParts(Session page_session, std::string target_id)
-      : session(std::move(page_session)), target(std::move(target_id)), frames(target) {}
+      : session(std::move(page_session)),
+        target(std::move(target_id)),
+        frames(target),
+        input(session),
+        screencast(session, [this] { Tell([](PageListener& to) { to.OnPicture(); }); }) {}
+  PageParts(const PageParts&) = delete;
+  PageParts& operator=(const PageParts&) = delete;
 
   Session session;
   std::string target;
   FrameTree frames;  ///< the main frame's id is the target's
+  InputQueue input;
+  Screencast screencast;
   PageListener* listener = nullptr;
   bool closed = false;
   std::string title;
