@@ -12,10 +12,13 @@
 #include "output.h"
 #include "printers.h"
 #include "progress.h"
+#include "report.h"
 #include "windows_text.h"
 
 namespace quillmate::player {
 namespace {
+
+constexpr std::size_t kPipedColumns = 118;
 
 enum ExitCode { kAllAsExpected = 0, kStepFailed = 1, kWrongCall = 2 };
 
@@ -68,16 +71,48 @@ class Program {
   }
 
   int PlaySteps(std::span<const Step> steps, Library& library) {
-    StepPrinter step_printer(out_, steps);
+    const std::optional<std::size_t> columns = out_.ConsoleColumns();
+    StepPrinter step_printer(out_, steps, columns.value_or(kPipedColumns));
     JsonPrinter json_printer(out_, errors_);
     CrashReporter crash_reporter(errors_);
     std::optional<Progress> progress;
+    std::optional<Report> report;
     std::vector<Observer*> observers;
-    if (const auto columns = out_.ConsoleColumns()) observers.push_back(&progress.emplace(out_, *columns));
+    if (columns) observers.push_back(&progress.emplace(out_, *columns));
     observers.push_back(options_.json ? static_cast<Observer*>(&json_printer) : &step_printer);
+    if (!options_.report.empty()) {
+      observers.push_back(&report.emplace(MakeReport(steps, library)));
+      if (!report->Good()) return Wrong("cannot write into the folder " + options_.report);
+    }
     observers.push_back(&crash_reporter);
     const RunSettings settings{.keep_going = options_.keep_going, .decode = Utf8FromAnsi};
-    return Play(steps, library, settings, observers).Passed() ? kAllAsExpected : kStepFailed;
+    const Summary summary = Play(steps, library, settings, observers);
+    if (report && !report->Good()) return Wrong("cannot write on into the folder " + options_.report);
+    if (report && !options_.json) out_.Write("Report: " + Utf8FromWide(report->Path().wstring()) + "\n");
+    return summary.Passed() ? kAllAsExpected : kStepFailed;
+  }
+
+  Report MakeReport(std::span<const Step> steps, Library& library) const {
+    namespace fs = std::filesystem;
+    const fs::path folder = fs::absolute(PathFromUtf8(options_.report));
+    std::error_code already_there;
+    fs::create_directories(folder, already_there);
+    const PictureTaker take_picture = [&library,
+                                       place = Utf8FromWide(folder.wstring())](const std::string& name) {
+      return TakePicture(library, place, name);
+    };
+    const std::wstring title = PathFromUtf8(options_.script).filename().wstring();
+    return Report(folder, Utf8FromWide(title), steps, take_picture);
+  }
+
+  static std::string TakePicture(Library& library, const std::string& folder, const std::string& name) {
+    static const std::string kCommand = "takescreenshot";
+    if (!library.Has(kCommand)) return "the library has no command " + kCommand;
+    Step step;
+    step.parameters = {{"save-path", folder}, {"file-name", name}};
+    const auto answer = library.Call(kCommand, step.ParameterText());
+    const auto envelope = answer ? Envelope::Read(kCommand, *answer, Utf8FromAnsi) : std::nullopt;
+    return envelope ? envelope->Mismatch(std::nullopt) : kCommand + " answered no envelope";
   }
 
   StandardStream out_{STD_OUTPUT_HANDLE};

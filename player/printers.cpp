@@ -7,8 +7,8 @@
 namespace quillmate::player {
 namespace {
 
-constexpr std::size_t kWidestSubject = 44;
-constexpr std::size_t kOutcomeWidth = 40;
+constexpr std::size_t kNarrowest = 16;  // of subject and outcome
+constexpr std::size_t kTimeWidth = 10;
 
 // Line breaks and other control characters would tear the line; JSON's escapes keep it whole.
 std::string OnOneLine(std::string_view text) {
@@ -26,26 +26,26 @@ std::string OutcomeText(const Outcome& outcome) {
   return "ok  " + PrintCompact(result);
 }
 
-std::string Count(std::size_t count, std::string_view noun) {
-  return std::to_string(count) + " " + std::string(noun) + (count == 1 ? "" : "s");
-}
-
 }  // namespace
 
-StepPrinter::StepPrinter(TextSink& out, std::span<const Step> steps) : out_(out) {
+StepPrinter::StepPrinter(TextSink& out, std::span<const Step> steps, std::size_t columns) : out_(out) {
   for (const Step& step : steps) {
     line_width_ = std::max(line_width_, std::to_string(step.line).size());
     command_width_ = std::max(command_width_, DisplayWidth(step.command));
     subject_width_ = std::max(subject_width_, DisplayWidth(OnOneLine(step.Subject())));
   }
-  subject_width_ = std::min(subject_width_, kWidestSubject);
+  // Subject and outcome share what line number, command and time leave, with two blanks between all.
+  const std::size_t taken = line_width_ + command_width_ + kTimeWidth + 8;
+  const std::size_t left = std::max(columns, taken + 2 * kNarrowest) - taken;
+  subject_width_ = std::min(subject_width_, left / 2);
+  outcome_width_ = std::min(left - subject_width_, left / 2);
 }
 
 void StepPrinter::Finished(const Outcome& outcome, const Summary&) {
   const std::string line = std::to_string(outcome.step->line);
   std::string text = OutcomeText(outcome);
   // A failure is never cut short.
-  text = outcome.failure.empty() || DisplayWidth(text) < kOutcomeWidth ? FitTo(text, kOutcomeWidth) : text;
+  if (outcome.failure.empty() || DisplayWidth(text) < outcome_width_) text = FitTo(text, outcome_width_);
   out_.Write(std::string(line_width_ - line.size(), ' ') + line + "  " +
              FitTo(outcome.step->command, command_width_) + "  " +
              FitTo(OnOneLine(outcome.step->Subject()), subject_width_) + "  " + text + "  " +
@@ -80,12 +80,16 @@ std::string TimeText(std::chrono::milliseconds time) {
   return std::to_string(seconds / 60) + " min " + std::to_string(seconds % 60) + " s";
 }
 
+std::string Count(std::size_t count, std::string_view noun) {
+  return std::to_string(count) + " " + std::string(noun) + (count == 1 ? "" : "s");
+}
+
 std::string SummaryText(const Summary& summary) {
   const std::string time = " in " + TimeText(summary.time);
   if (summary.Passed()) return Count(summary.steps, "step") + ", all as expected" + time;
   const std::size_t left = summary.steps - summary.played;
   return std::to_string(summary.failed) + " of " + Count(summary.steps, "step") + " failed" +
-         (left > 0 ? ", " + std::to_string(left) + " not played" : "") + time;
+         (left > 0 ? ", " + std::to_string(left) + " not played," : "") + time;
 }
 
 }  // namespace quillmate::player

@@ -20,7 +20,8 @@ class TextSink {
 class StepPrinter : public Observer {
  public:
   /// @param steps the whole script, so that the columns fit its longest entries.
-  StepPrinter(TextSink& out, std::span<const Step> steps);
+  /// @param columns how wide a line may become, but for a failure, which is never cut short.
+  StepPrinter(TextSink& out, std::span<const Step> steps, std::size_t columns);
   void Started(const Step&, const Summary&) override {}
   void Finished(const Outcome& outcome, const Summary& so_far) override;
   void Ended(const Summary& summary) override;
@@ -30,6 +31,7 @@ class StepPrinter : public Observer {
   std::size_t line_width_ = 1;
   std::size_t command_width_ = 1;
   std::size_t subject_width_ = 1;
+  std::size_t outcome_width_ = 1;
 };
 
 /// One JSON object a step and nothing else on `out`; why a step failed goes to `errors`.
@@ -47,6 +49,9 @@ class JsonPrinter : public Observer {
 
 /// @return a time for people: "41 ms", "3.4 s", "2 min 5 s".
 std::string TimeText(std::chrono::milliseconds time);
+
+/// @return e.g. "1 step", "2 steps".
+std::string Count(std::size_t count, std::string_view noun);
 
 /// @return the run's outcome in one sentence.
 std::string SummaryText(const Summary& summary);

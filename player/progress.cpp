@@ -16,7 +16,9 @@ std::string TimeLeft(const Summary& so_far, milliseconds running) {
   if (so_far.played == 0) return {};
   const milliseconds each = so_far.time / so_far.played;
   const milliseconds left = each * (so_far.steps - so_far.played) - std::min(running, each);
-  return "  about " + TimeText(std::max(left, milliseconds{1000}) / 1000 * 1000) + " left";
+  const auto seconds = std::chrono::ceil<std::chrono::seconds>(std::max(left, milliseconds{1})).count();
+  const std::string minutes = seconds >= 60 ? std::to_string(seconds / 60) + " min " : "";
+  return "  about " + minutes + std::to_string(seconds % 60) + " s left";
 }
 
 }  // namespace

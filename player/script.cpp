@@ -1,7 +1,6 @@
 #include "script.h"
 
 #include <algorithm>
-#include <array>
 
 #include "utf8.h"
 
@@ -151,11 +150,14 @@ std::string Step::ParameterText() const {
   return PrintCompact(object.get());
 }
 
+std::string_view Step::Parameter(std::string_view name) const {
+  const auto found = std::ranges::find(parameters, name, &std::pair<std::string, std::string>::first);
+  return found == parameters.end() ? std::string_view() : found->second;
+}
+
 std::string_view Step::Subject() const {
-  static constexpr std::array<std::string_view, 3> kTellingNames = {"target", "by", "value"};
-  for (const std::string_view name : kTellingNames) {
-    const auto found = std::ranges::find(parameters, name, &std::pair<std::string, std::string>::first);
-    if (found != parameters.end() && !found->second.empty()) return found->second;
+  for (const std::string_view name : {"target", "by", "value"}) {
+    if (!Parameter(name).empty()) return Parameter(name);
   }
   return {};
 }

@@ -30,6 +30,8 @@ struct Step {
 
   /// The parameters as the command takes them: UTF-8 JSON text of one object.
   std::string ParameterText() const;
+  /// @return the parameter's value; empty when it is not given.
+  std::string_view Parameter(std::string_view name) const;
   /// What the step acts on, for people: the first of "target", "by", "value" that says something.
   std::string_view Subject() const;
 };

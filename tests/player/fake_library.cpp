@@ -3,6 +3,7 @@
 
 #include <cstdlib>
 #include <cstring>
+#include <fstream>
 #include <string>
 
 namespace {
@@ -39,6 +40,12 @@ __declspec(dllexport) const char* type_m(const char* parameters) {
 
 __declspec(dllexport) const char* click(const char*) {
   return "{\"success\":false,\"result\":0,\"log\":\"Element not found!\"}";
+}
+
+// Saves what it was given, so that the test sees where a picture was asked for.
+__declspec(dllexport) const char* takescreenshot(const char* parameters) {
+  std::ofstream("picture-asked-for.json") << parameters;
+  return "{\"success\":false,\"result\":0,\"log\":\"Failed to save image!\"}";
 }
 
 __declspec(dllexport) const char* quit(const char*) { return nullptr; }

@@ -70,8 +70,8 @@ class PlayerProgram : public testing::Test {
       startup.dwFlags = STARTF_USESTDHANDLES;
       startup.hStdOutput = out.get();
       startup.hStdError = errors.get();
-      EXPECT_TRUE(CreateProcessW(nullptr, line.data(), nullptr, nullptr, TRUE, 0, nullptr, nullptr, &startup,
-                                 &process));
+      EXPECT_TRUE(CreateProcessW(nullptr, line.data(), nullptr, nullptr, TRUE, 0, nullptr, folder_.c_str(),
+                                 &startup, &process));
     }
     const UniqueHandle process_handle(process.hProcess);
     const UniqueHandle thread_handle(process.hThread);
@@ -111,7 +111,7 @@ TEST_F(PlayerProgram, ExitsWithOneWhenAStepFails) {
   const Played stopped = Play(failing);
   EXPECT_EQ(stopped.exit_code, 1U);
   EXPECT_TRUE(stopped.out.contains("FAILED  Element not found!")) << stopped.out;
-  EXPECT_TRUE(stopped.out.contains("1 of 2 steps failed, 1 not played")) << stopped.out;
+  EXPECT_TRUE(stopped.out.contains("1 of 2 steps failed, 1 not played, in")) << stopped.out;
   const Played kept_going = Play(failing, L"--keep-going");
   EXPECT_EQ(kept_going.exit_code, 1U);
   EXPECT_TRUE(kept_going.out.contains("1 of 2 steps failed in")) << kept_going.out;
@@ -138,6 +138,19 @@ TEST_F(PlayerProgram, ExitsWithTwoAndAPlaceWhenTheScriptOrTheCallIsWrong) {
     EXPECT_TRUE(run.errors.contains(row.error)) << run.errors;
   }
   EXPECT_EQ(Start(L"missing.jsonl").exit_code, 2U);
+}
+
+TEST_F(PlayerProgram, WritesAReportThatOutlivesACrash) {
+  const fs::path folder = folder_ / "new" / "report";
+  const Played run = Play("{\"command\":\"gettext\",\"shot\":true}\n{\"command\":\"refresh\"}\n",
+                          L"--report \"" + folder.wstring() + L"\"");
+  EXPECT_EQ(run.exit_code, 1U);
+  const std::string page = ReadText(folder / "report.html");
+  EXPECT_TRUE(page.contains("Unfinished: step 2 of 2, in line 2, has not ended.")) << page;
+  EXPECT_TRUE(page.contains("<section id=\"line-1\">"));
+  EXPECT_TRUE(page.contains("No picture: Failed to save image!"));
+  const std::string asked_for = ReadText(folder_ / "picture-asked-for.json");
+  EXPECT_TRUE(asked_for.contains("new\\\\report\",\"file-name\":\"line-1.png\"")) << asked_for;
 }
 
 TEST_F(PlayerProgram, TellsTheStepInWhichTheLibraryBroke) {

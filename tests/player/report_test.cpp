@@ -1,0 +1,123 @@
+// The report's file: what stands in it at every moment of a run.
+#include "report.h"
+
+#include <gtest/gtest.h>
+
+#include <iterator>
+
+#include "fake_host.h"
+
+namespace quillmate::player {
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr std::string_view kFailure = R"({"success":false,"result":0,"log":"Element <b> not found!"})";
+
+class ReportTest : public testing::Test {
+ protected:
+  ReportTest()
+      : folder_(fs::temp_directory_path() /
+                fs::path(testing::UnitTest::GetInstance()->current_test_info()->name())) {
+    fs::create_directories(folder_);
+  }
+  ~ReportTest() override { fs::remove_all(folder_); }
+
+  std::string Page() const {
+    std::ifstream file(folder_ / "report.html", std::ios::binary);
+    return std::string(std::istreambuf_iterator<char>(file), {});
+  }
+
+  std::string SavePicture(const std::string& name) {
+    std::ofstream(folder_ / name) << "PNG";
+    return {};
+  }
+
+  fs::path folder_;
+};
+
+Outcome OutcomeOf(const Step& step, std::string_view answer) {
+  Outcome outcome;
+  outcome.step = &step;
+  outcome.envelope =
+      Envelope::Read(step.command, answer, [](std::string_view bytes) { return std::string(bytes); });
+  outcome.failure = outcome.envelope->Mismatch(step.expect);
+  outcome.time = std::chrono::milliseconds(41);
+  return outcome;
+}
+
+TEST_F(ReportTest, IsCompleteUpToTheLastStepThatEnded) {
+  const auto steps = ParseScript(
+      "{\"command\":\"back\"}\n{\"command\":\"click\",\"target\":\"id=<&\\\"'>\"}\n{\"command\":\"quit\"}",
+      {});
+  Report report(folder_, "a<b>.jsonl", *steps, [this](const std::string& name) { return SavePicture(name); });
+  EXPECT_TRUE(Page().contains("No step has ended yet."));
+  report.Started((*steps)[0], {.steps = 3, .played = 0, .failed = 0, .time = {}});
+  EXPECT_TRUE(Page().contains("Unfinished: step 1 of 3, in line 1, has not ended."));
+  report.Finished(OutcomeOf((*steps)[0], R"({"success":true,"result":true})"),
+                  {.steps = 3, .played = 1, .failed = 0, .time = {}});
+  EXPECT_TRUE(Page().contains("Unfinished: 1 of 3 steps have ended."));
+  EXPECT_TRUE(Page().contains("<section id=\"line-1\">"));
+  report.Started((*steps)[1], {.steps = 3, .played = 1, .failed = 0, .time = {}});
+  report.Finished(OutcomeOf((*steps)[1], kFailure), {.steps = 3, .played = 2, .failed = 1, .time = {}});
+  report.Ended({.steps = 3, .played = 2, .failed = 1, .time = std::chrono::milliseconds(82)});
+  const std::string page = Page();
+  EXPECT_TRUE(report.Good());
+  for (const std::string_view part :
+       {"<header class=\"failed\">", "1 of 3 steps failed, 1 not played, in 82 ms", "a&lt;b&gt;.jsonl",
+        "id=&lt;&amp;&quot;&#39;&gt;", "Element &lt;b&gt; not found!", "flex-grow:41", "<details open>",
+        "src=\"data:image/png;base64,UE5H\"", "href=\"line-2.png\"", "Not played", "</html>"})
+    EXPECT_TRUE(page.contains(part)) << part;
+  EXPECT_FALSE(page.contains("Unfinished"));
+  EXPECT_EQ(page.find("<header"), page.rfind("<header"));
+}
+
+TEST_F(ReportTest, KeepsTheSummarysPlaceWhateverTheTimes) {
+  std::string script;
+  for (int i = 0; i < 300; ++i) script += "{\"command\":\"movetoelementwithoffset\"}\n";
+  const auto steps = ParseScript(script, {});
+  Report report(folder_, "s", *steps, [](const std::string&) { return "no browser"; });
+  Summary summary{.steps = 300, .played = 0, .failed = 0, .time = {}};
+  for (const Step& step : *steps) {
+    report.Started(step, summary);
+    Outcome outcome = OutcomeOf(step, kFailure);
+    outcome.time = std::chrono::hours(20);
+    ++summary.played, ++summary.failed;
+    report.Finished(outcome, summary);
+  }
+  summary.time = std::chrono::hours(6000);
+  report.Ended(summary);
+  const std::string page = Page();
+  EXPECT_EQ(page.substr(page.find("</header>") + 9, page.find("<main>") - page.find("</header>") - 9)
+                .find_first_not_of(" \n"),
+            std::string::npos);
+  EXPECT_TRUE(page.contains("<main>\n<section id=\"line-1\"")) << page.substr(0, 400);
+  EXPECT_TRUE(page.contains("No picture: no browser"));
+}
+
+TEST_F(ReportTest, ShowsWhatTheScriptItselfCaptured) {
+  const std::string folder = folder_.generic_string();
+  const auto steps = ParseScript(
+      R"({"command":"takeelementshot","target":"id=a","save-path":")" + folder + R"(","file-name":"a.png"}
+{"command":"gettable","by":"id=t"})",
+      {});
+  SavePicture("a.png");
+  Report report(folder_, "s", *steps, [](const std::string&) { return "asked for"; });
+  report.Finished(OutcomeOf((*steps)[0], R"({"success":true,"result":true})"), {});
+  report.Finished(OutcomeOf((*steps)[1], R"({"success":true,"result":"[[0,1],[\"<a>\",\"\"]]"})"), {});
+  EXPECT_TRUE(Page().contains("href=\"a.png\""));
+  EXPECT_TRUE(Page().contains("<tr><th>0</th><th>1</th></tr>\n<tr><td>&lt;a&gt;</td><td></td></tr>"));
+  EXPECT_TRUE(Page().contains("a table of 2 rows"));
+  EXPECT_FALSE(Page().contains("asked for"));
+}
+
+TEST(Base64, EncodesEveryTailLength) {
+  EXPECT_EQ(EncodeBase64(""), "");
+  EXPECT_EQ(EncodeBase64("f"), "Zg==");
+  EXPECT_EQ(EncodeBase64("fo"), "Zm8=");
+  EXPECT_EQ(EncodeBase64("foo"), "Zm9v");
+  EXPECT_EQ(EncodeBase64("\xFF\xFE\xFD\xFC"), "//79/A==");
+}
+
+}  // namespace
+}  // namespace quillmate::player
