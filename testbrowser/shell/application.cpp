@@ -1,0 +1,85 @@
+#include "shell/application.h"
+
+#include <algorithm>
+#include <iostream>
+
+#include "dom/document.h"
+#include "shell/frame.h"
+#include "shell/modal_dialog.h"
+#include "shell/tab.h"
+
+namespace testbrowser::shell {
+namespace {
+
+template <class Owners, class Owned>
+auto FindOwner(Owners& owners, const Owned* owned) {
+  return std::ranges::find_if(owners, [owned](const auto& owner) { return owner.get() == owned; });
+}
+
+}  // namespace
+
+Application::Application(ShellKind kind) : kind_(std::move(kind)) {}
+Application::~Application() = default;
+
+std::shared_ptr<engine::Page> Application::OpenPage() {
+  if (engine_ == nullptr || !engine_->IsAlive()) {
+    auto started = engine::Engine::Start({.scripts = dom::AgentScripts()});
+    if (!started) {
+      std::cerr << "testbrowser: " << started.error() << std::endl;
+      return nullptr;
+    }
+    engine_ = std::move(*started);
+  }
+  return engine_->OpenPage(nullptr);
+}
+
+Tab& Application::OpenFrame(std::shared_ptr<engine::Page> page, int show) {
+  const auto frame = std::make_shared<Frame>(*this, kind_);
+  frames_.push_back(frame);
+  Tab& tab = frame->AddTab(std::move(page), true);
+  ShowWindow(frame->hwnd(), show);
+  return tab;
+}
+
+void Application::OpenPopup(const TopLevelWindow& opener, std::shared_ptr<engine::Page> page) {
+  auto frame = FindOwner(frames_, &opener);
+  if (frame == frames_.end()) frame = frames_.begin();  // a dialog's popup
+  if (frame != frames_.end()) (*frame)->AddTab(std::move(page), true);
+}
+
+void Application::OpenDialog(TopLevelWindow& opener, const engine::ModalDialog& dialog) {
+  dialogs_.push_back(std::make_unique<ModalDialogWindow>(*this, opener, dialog));
+}
+
+void Application::Retire(std::unique_ptr<PageHost> host) { retired_hosts_.push_back(std::move(host)); }
+
+void Application::OnFrameGone(const Frame& frame) {
+  const auto found = FindOwner(frames_, &frame);
+  if (found == frames_.end()) return;
+  retired_frames_.push_back(std::move(*found));
+  frames_.erase(found);
+  if (frames_.empty()) PostQuitMessage(0);
+}
+
+void Application::OnDialogGone(const ModalDialogWindow& dialog) {
+  const auto found = FindOwner(dialogs_, &dialog);
+  if (found == dialogs_.end()) return;
+  Retire(std::move(*found));
+  dialogs_.erase(found);
+}
+
+void Application::Run() {
+  MSG message{};
+  // A frame may be asked for after the last one was closed and before the loop has noticed.
+  do {
+    while (GetMessageW(&message, nullptr, 0, 0) > 0) {
+      TranslateMessage(&message);
+      DispatchMessageW(&message);
+      // Only here, outside every handler, is nothing retired on the stack.
+      retired_hosts_.clear();
+      retired_frames_.clear();
+    }
+  } while (!frames_.empty());
+}
+
+}  // namespace testbrowser::shell

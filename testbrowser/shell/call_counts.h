@@ -1,0 +1,35 @@
+// Which calls came, and which of them are to be refused.
+#pragma once
+
+#include <windows.h>
+#include <map>
+#include <string>
+
+namespace testbrowser::shell {
+
+class CallCounts {
+ public:
+  void Reset() { *this = CallCounts(); }
+  /// Notes a call. @return whether it is to be refused.
+  bool Note(REFIID interface_id, unsigned method);
+
+  long total() const { return total_; }
+  long rejected() const { return rejected_; }
+  /// @param name "{IID}" for all methods of an interface, or "{IID}:METHOD" with the method's place in the
+  /// interface (IUnknown's three count).
+  long CountOf(const std::wstring& name) const;
+  /// A line "{IID}:METHOD COUNT" for each kind of call, with the interface's name when it is registered.
+  std::string Report() const;
+
+  /// Refuses the n-th call from now on, and those after it too when `and_later`; 0 refuses none.
+  void RejectNth(long n, bool and_later);
+
+ private:
+  std::map<std::wstring, long> counts_;
+  long total_ = 0;
+  long rejected_ = 0;
+  long until_rejection_ = 0;
+  bool and_later_ = false;
+};
+
+}  // namespace testbrowser::shell

@@ -1,0 +1,87 @@
+#include "shell/call_filter.h"
+
+#include <objidl.h>
+#include <fstream>
+#include <string>
+
+#include "dom/com_object.h"
+#include "shell/call_counts.h"
+
+namespace testbrowser::shell {
+namespace {
+
+CallCounts& Counts() {
+  static CallCounts counts;
+  return counts;
+}
+
+/// IMessageFilter with the list of interfaces that ComObject asks for.
+class FilterInterface : public IMessageFilter {
+ public:
+  static constexpr const IID* kInterfaces[] = {&__uuidof(IMessageFilter)};
+};
+
+class Filter : public dom::ComObject<FilterInterface> {
+ public:
+  DWORD STDMETHODCALLTYPE HandleInComingCall(DWORD, HTASK, DWORD, LPINTERFACEINFO call) override {
+    if (call == nullptr) return SERVERCALL_ISHANDLED;
+    return Counts().Note(call->iid, call->wMethod) ? SERVERCALL_REJECTED : SERVERCALL_ISHANDLED;
+  }
+  DWORD STDMETHODCALLTYPE RetryRejectedCall(HTASK, DWORD, DWORD) override {
+    return static_cast<DWORD>(-1);  // a refusal by another process is an error, not tried again
+  }
+  DWORD STDMETHODCALLTYPE MessagePending(HTASK, DWORD, DWORD) override { return PENDINGMSG_WAITDEFPROCESS; }
+};
+
+std::wstring AtomText(LPARAM atom) {
+  wchar_t text[256] = L"";
+  GlobalGetAtomNameW(static_cast<ATOM>(atom), text, static_cast<int>(std::size(text)));
+  return text;
+}
+
+LRESULT Obey(FilterCommand command, LPARAM argument) {
+  CallCounts& counts = Counts();
+  switch (command) {
+    case FilterCommand::kReset:
+      counts.Reset();
+      return 0;
+    case FilterCommand::kTotal:
+      return counts.total();
+    case FilterCommand::kRejectNth:
+      counts.RejectNth(static_cast<long>(argument), false);
+      return 0;
+    case FilterCommand::kRejectFrom:
+      counts.RejectNth(static_cast<long>(argument), true);
+      return 0;
+    case FilterCommand::kCount:
+      return counts.CountOf(AtomText(argument));
+    case FilterCommand::kRejected:
+      return counts.rejected();
+    case FilterCommand::kReport: {
+      std::ofstream file(AtomText(argument).c_str(), std::ios::binary);
+      file << counts.Report();
+      return file.good() ? 1 : 0;
+    }
+  }
+  return 0;
+}
+
+}  // namespace
+
+CallFilter::CallFilter() {
+  quillmate::com::ComPtr<IMessageFilter> before;
+  CoRegisterMessageFilter(dom::MakeObject<Filter>().Get(), &before);
+}
+
+CallFilter::~CallFilter() {
+  quillmate::com::ComPtr<IMessageFilter> ours;
+  CoRegisterMessageFilter(nullptr, &ours);
+}
+
+std::optional<LRESULT> CallFilter::OnMessage(UINT message, WPARAM wparam, LPARAM lparam) {
+  static const UINT steering = RegisterWindowMessageW(L"testbrowser call filter");
+  if (message != steering) return std::nullopt;
+  return Obey(static_cast<FilterCommand>(wparam), lparam);
+}
+
+}  // namespace testbrowser::shell

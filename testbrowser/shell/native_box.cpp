@@ -1,0 +1,144 @@
+#include "shell/native_box.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "com/encoding.h"
+#include "shell/box_captions.h"
+#include "shell/dialog_keys.h"
+#include "shell/dialog_template.h"
+
+namespace testbrowser::shell {
+namespace {
+
+using Kind = engine::MessageBox::Kind;
+using Control = DialogTemplate::ControlClass;
+
+constexpr std::uint16_t kEditId = 0x1500;
+constexpr std::uint16_t kTextId = 0xFFFF;
+// With the font, exactly what the real boxes have: 0x94C801C5.
+constexpr DWORD kBoxStyle = WS_POPUP | WS_CAPTION | WS_SYSMENU | WS_VISIBLE | WS_CLIPSIBLINGS | DS_ABSALIGN |
+                            DS_MODALFRAME | DS_3DLOOK | DS_NOIDLEMSG;
+
+constexpr short kWidth = 220;
+constexpr short kMargin = 7;
+constexpr short kLineHeight = 9;
+constexpr short kButtonWidth = 50;
+constexpr short kButtonHeight = 14;
+constexpr short kEditHeight = 13;
+
+/// How high the text stands, roughly: its own lines, and those that it wraps into.
+short TextHeight(const std::wstring& text) {
+  constexpr std::size_t kCharactersInLine = 50;
+  constexpr std::size_t kMostLines = 30;
+  std::size_t lines = 0;
+  for (std::size_t start = 0; start <= text.size();) {
+    const std::size_t end = std::min(text.find(L'\n', start), text.size());
+    lines += 1 + (end - start) / kCharactersInLine;
+    start = end + 1;
+  }
+  return static_cast<short>(std::min(lines, kMostLines) * kLineHeight);
+}
+
+/// Windows' own statics and edits take "\r\n" and "\n" alike, but an ampersand is a shortcut mark to a static
+/// without SS_NOPREFIX.
+void AddText(DialogTemplate& box, const std::wstring& text, DialogArea area) {
+  box.Add(Control::kStatic, text, kTextId, SS_LEFT | SS_NOPREFIX, area);
+}
+
+DialogTemplate AlertOrConfirm(const engine::MessageBox& box, const BoxCaptions& captions) {
+  const std::wstring text = quillmate::com::FromUtf8(box.text);
+  const short text_height = TextHeight(text);
+  const short button_y = static_cast<short>(text_height + 2 * kMargin);
+  const short right = kWidth - kMargin - kButtonWidth;
+  DialogTemplate result(captions.message_title, kBoxStyle,
+                        {0, 0, kWidth, static_cast<short>(button_y + kButtonHeight + kMargin)});
+  if (box.kind == Kind::kAlert) {
+    // The only button of an alert has the number of Cancel.
+    result.Add(Control::kButton, captions.ok, IDCANCEL, BS_DEFPUSHBUTTON | WS_TABSTOP,
+               {right, button_y, kButtonWidth, kButtonHeight});
+  } else {
+    result.Add(Control::kButton, captions.ok, IDOK, BS_DEFPUSHBUTTON | WS_TABSTOP,
+               {static_cast<short>(right - kMargin - kButtonWidth), button_y, kButtonWidth, kButtonHeight});
+    result.Add(Control::kButton, captions.cancel, IDCANCEL, BS_PUSHBUTTON | WS_TABSTOP,
+               {right, button_y, kButtonWidth, kButtonHeight});
+  }
+  AddText(result, text, {kMargin, kMargin, kWidth - 2 * kMargin, text_height});
+  return result;
+}
+
+DialogTemplate Prompt(const engine::MessageBox& box, const BoxCaptions& captions) {
+  const std::wstring text = quillmate::com::FromUtf8(box.text);
+  const short text_height = TextHeight(text);
+  const short text_width = kWidth - 3 * kMargin - kButtonWidth;
+  const short message_y = kMargin + kLineHeight + 2;
+  const short edit_y = static_cast<short>(message_y + std::max<short>(text_height, kButtonHeight) + kMargin);
+  const short buttons_x = kWidth - kMargin - kButtonWidth;
+  DialogTemplate result(captions.prompt_title, kBoxStyle,
+                        {0, 0, kWidth, static_cast<short>(edit_y + kEditHeight + kMargin)});
+  AddText(result, captions.script_prompt, {kMargin, kMargin, text_width, kLineHeight});
+  AddText(result, text, {kMargin, message_y, text_width, text_height});
+  result.Add(Control::kButton, captions.ok, IDOK, BS_DEFPUSHBUTTON | WS_TABSTOP,
+             {buttons_x, kMargin, kButtonWidth, kButtonHeight});
+  result.Add(Control::kButton, captions.cancel, IDCANCEL, BS_PUSHBUTTON | WS_TABSTOP,
+             {buttons_x, kMargin + kButtonHeight + 2, kButtonWidth, kButtonHeight});
+  result.Add(Control::kEdit, quillmate::com::FromUtf8(box.default_text), kEditId,
+             ES_AUTOHSCROLL | WS_BORDER | WS_TABSTOP, {kMargin, edit_y, kWidth - 2 * kMargin, kEditHeight});
+  return result;
+}
+
+void CentreOverOwner(HWND dialog) {
+  RECT owner{};
+  RECT box{};
+  GetWindowRect(GetWindow(dialog, GW_OWNER), &owner);
+  GetWindowRect(dialog, &box);
+  const int x = (owner.left + owner.right - (box.right - box.left)) / 2;
+  const int y = (owner.top + owner.bottom - (box.bottom - box.top)) / 2;
+  SetWindowPos(dialog, nullptr, std::max(x, 0), std::max(y, 0), 0, 0,
+               SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
+}  // namespace
+
+NativeBox::NativeBox(TopLevelWindow& owner, const engine::MessageBox& box,
+                     std::function<void(engine::MessageBoxAnswer)> answer)
+    : kind_(box.kind), answer_(std::move(answer)), block_(owner) {
+  const BoxCaptions& captions = CaptionsFor(GetACP());
+  const DialogTemplate shape = kind_ == Kind::kPrompt ? Prompt(box, captions) : AlertOrConfirm(box, captions);
+  dialog_ = CreateDialogIndirectParamW(GetModuleHandleW(nullptr), shape.get(), owner.hwnd(), &Procedure,
+                                       reinterpret_cast<LPARAM>(this));
+  DialogKeys::Watch(dialog_);
+}
+
+NativeBox::~NativeBox() {
+  DialogKeys::Forget(dialog_);
+  SetWindowLongPtrW(dialog_, DWLP_USER, 0);
+  // The owner is enabled first, or the system would activate a stranger when the box goes.
+  block_.End();
+  DestroyWindow(dialog_);
+}
+
+INT_PTR CALLBACK NativeBox::Procedure(HWND dialog, UINT message, WPARAM wparam, LPARAM lparam) {
+  if (message == WM_INITDIALOG) {
+    SetWindowLongPtrW(dialog, DWLP_USER, lparam);
+    CentreOverOwner(dialog);
+    return TRUE;  // the first control that can take the focus gets it
+  }
+  auto* box = reinterpret_cast<NativeBox*>(GetWindowLongPtrW(dialog, DWLP_USER));
+  if (message != WM_COMMAND || box == nullptr || HIWORD(wparam) != BN_CLICKED) return FALSE;
+  if (LOWORD(wparam) != IDOK && LOWORD(wparam) != IDCANCEL) return FALSE;
+  box->OnButton(LOWORD(wparam));
+  return TRUE;
+}
+
+void NativeBox::OnButton(int id) {
+  engine::MessageBoxAnswer answer;
+  answer.accepted = kind_ == Kind::kAlert || id == IDOK;
+  if (kind_ == Kind::kPrompt) {
+    answer.text = quillmate::com::ToUtf8(WindowText(GetDlgItem(dialog_, kEditId)));
+  }
+  // The answer may destroy this object.
+  if (const auto give = std::exchange(answer_, nullptr)) give(std::move(answer));
+}
+
+}  // namespace testbrowser::shell

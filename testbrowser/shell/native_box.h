@@ -1,0 +1,37 @@
+// The native boxes of a page's alert, confirm and prompt: dialogs of class "#32770" owned by the browser's
+// frame, which is disabled meanwhile. They are modeless inside, so that calls from outside go on being
+// answered.
+#pragma once
+
+#include <windows.h>
+#include <functional>
+#include <string>
+
+#include "engine/page_listener.h"
+#include "shell/top_level_window.h"
+
+namespace testbrowser::shell {
+
+class NativeBox {
+ public:
+  /// Shows the box. `answer` is called once, when a person or a program presses a button; not when the box is
+  /// destroyed unanswered.
+  NativeBox(TopLevelWindow& owner, const engine::MessageBox& box,
+            std::function<void(engine::MessageBoxAnswer)> answer);
+  ~NativeBox();
+  NativeBox(const NativeBox&) = delete;
+  NativeBox& operator=(const NativeBox&) = delete;
+
+  HWND hwnd() const { return dialog_; }
+
+ private:
+  static INT_PTR CALLBACK Procedure(HWND dialog, UINT message, WPARAM wparam, LPARAM lparam);
+  void OnButton(int id);
+
+  engine::MessageBox::Kind kind_;
+  std::function<void(engine::MessageBoxAnswer)> answer_;
+  HWND dialog_ = nullptr;
+  WindowBlock block_;
+};
+
+}  // namespace testbrowser::shell
