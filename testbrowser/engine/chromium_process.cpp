@@ -49,8 +49,10 @@ bool StartChromium(UniqueSocket devtools) {
   startup.hStdInput = startup.hStdOutput = socket;
   std::wstring command = L"sh -c " + Quoted(kLauncher) + L" sh " + kFlags;
   PROCESS_INFORMATION process{};
-  const BOOL started = CreateProcessW(LR"(\\?\unix\bin\sh)", command.data(), nullptr, nullptr, TRUE, 0,
-                                      nullptr, nullptr, &startup, &process);
+  // Detached: a program without a console would make Wine ask for a new one and close the child's standard
+  // input and output instead of handing ours on.
+  const BOOL started = CreateProcessW(LR"(\\?\unix\bin\sh)", command.data(), nullptr, nullptr, TRUE,
+                                      DETACHED_PROCESS, nullptr, nullptr, &startup, &process);
   const quillmate::com::UniqueHandle process_handle(process.hProcess);
   const quillmate::com::UniqueHandle thread_handle(process.hThread);
   return started != FALSE;
