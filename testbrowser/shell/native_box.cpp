@@ -11,7 +11,7 @@
 namespace testbrowser::shell {
 namespace {
 
-using Kind = engine::MessageBox::Kind;
+using Kind = engine::ScriptBox::Kind;
 using Control = DialogTemplate::ControlClass;
 
 constexpr std::uint16_t kEditId = 0x1500;
@@ -46,7 +46,7 @@ void AddText(DialogTemplate& box, const std::wstring& text, DialogArea area) {
   box.Add(Control::kStatic, text, kTextId, SS_LEFT | SS_NOPREFIX, area);
 }
 
-DialogTemplate AlertOrConfirm(const engine::MessageBox& box, const BoxCaptions& captions) {
+DialogTemplate AlertOrConfirm(const engine::ScriptBox& box, const BoxCaptions& captions) {
   const std::wstring text = quillmate::com::FromUtf8(box.text);
   const short text_height = TextHeight(text);
   const short button_y = static_cast<short>(text_height + 2 * kMargin);
@@ -67,7 +67,7 @@ DialogTemplate AlertOrConfirm(const engine::MessageBox& box, const BoxCaptions& 
   return result;
 }
 
-DialogTemplate Prompt(const engine::MessageBox& box, const BoxCaptions& captions) {
+DialogTemplate Prompt(const engine::ScriptBox& box, const BoxCaptions& captions) {
   const std::wstring text = quillmate::com::FromUtf8(box.text);
   const short text_height = TextHeight(text);
   const short text_width = kWidth - 3 * kMargin - kButtonWidth;
@@ -100,8 +100,8 @@ void CentreOverOwner(HWND dialog) {
 
 }  // namespace
 
-NativeBox::NativeBox(TopLevelWindow& owner, const engine::MessageBox& box,
-                     std::function<void(engine::MessageBoxAnswer)> answer)
+NativeBox::NativeBox(TopLevelWindow& owner, const engine::ScriptBox& box,
+                     std::function<void(engine::BoxAnswer)> answer)
     : kind_(box.kind), answer_(std::move(answer)), block_(owner) {
   const BoxCaptions& captions = CaptionsFor(GetACP());
   const DialogTemplate shape = kind_ == Kind::kPrompt ? Prompt(box, captions) : AlertOrConfirm(box, captions);
@@ -132,7 +132,7 @@ INT_PTR CALLBACK NativeBox::Procedure(HWND dialog, UINT message, WPARAM wparam, 
 }
 
 void NativeBox::OnButton(int id) {
-  engine::MessageBoxAnswer answer;
+  engine::BoxAnswer answer;
   answer.accepted = kind_ == Kind::kAlert || id == IDOK;
   if (kind_ == Kind::kPrompt) {
     answer.text = quillmate::com::ToUtf8(WindowText(GetDlgItem(dialog_, kEditId)));

@@ -16,8 +16,8 @@ class NativeBox {
  public:
   /// Shows the box. `answer` is called once, when a person or a program presses a button; not when the box is
   /// destroyed unanswered.
-  NativeBox(TopLevelWindow& owner, const engine::MessageBox& box,
-            std::function<void(engine::MessageBoxAnswer)> answer);
+  NativeBox(TopLevelWindow& owner, const engine::ScriptBox& box,
+            std::function<void(engine::BoxAnswer)> answer);
   ~NativeBox();
   NativeBox(const NativeBox&) = delete;
   NativeBox& operator=(const NativeBox&) = delete;
@@ -28,8 +28,8 @@ class NativeBox {
   static INT_PTR CALLBACK Procedure(HWND dialog, UINT message, WPARAM wparam, LPARAM lparam);
   void OnButton(int id);
 
-  engine::MessageBox::Kind kind_;
-  std::function<void(engine::MessageBoxAnswer)> answer_;
+  engine::ScriptBox::Kind kind_;
+  std::function<void(engine::BoxAnswer)> answer_;
   HWND dialog_ = nullptr;
   WindowBlock block_;
 };

@@ -21,7 +21,9 @@ void PageHost::Attach(std::shared_ptr<engine::Page> page, HWND parent) {
 }
 
 void PageHost::ReportPlace() {
-  if (server_ != nullptr) server_->ReportPlace();
+  if (server_ == nullptr) return;
+  server_->ReportPlace();
+  if (IsWindowVisible(server_->hwnd()) == 0) drop_down_.reset();
 }
 
 void PageHost::FocusPage() {
@@ -40,9 +42,8 @@ bool PageHost::HandleShortcut(const engine::KeyInput& key) {
 
 void PageHost::OnPicture() { server_->Repaint(); }
 
-void PageHost::OnMessageBox(const engine::MessageBox& box,
-                            std::function<void(engine::MessageBoxAnswer)> answer) {
-  box_ = std::make_unique<NativeBox>(TopLevel(), box, [this, answer](engine::MessageBoxAnswer given) {
+void PageHost::OnMessageBox(const engine::ScriptBox& box, std::function<void(engine::BoxAnswer)> answer) {
+  box_ = std::make_unique<NativeBox>(TopLevel(), box, [this, answer](engine::BoxAnswer given) {
     box_.reset();
     answer(std::move(given));
   });

@@ -56,8 +56,7 @@ class PageHost : public engine::PageListener, public dom::BrowserSite, public Se
   void OnLoadFinished(const engine::FrameId&) override {}
   void OnNavigationFailed(const engine::FrameId&, const std::string&, const std::string&) override {}
   void OnPicture() override;
-  void OnMessageBox(const engine::MessageBox& box,
-                    std::function<void(engine::MessageBoxAnswer)> answer) override;
+  void OnMessageBox(const engine::ScriptBox& box, std::function<void(engine::BoxAnswer)> answer) override;
   void OnMessageBoxGone() override;
   void OnModalDialog(const engine::ModalDialog& dialog) override;
   void OnPopup(std::shared_ptr<engine::Page> page) override;

@@ -36,7 +36,9 @@ void ServerWindow::ReportPlace() {
   const RECT client = ClientRect(hwnd());
   POINT origin{};
   ClientToScreen(hwnd(), &origin);
-  if (client.right > 0 && client.bottom > 0) {
+  const RECT place{origin.x, origin.y, client.right, client.bottom};
+  if (client.right > 0 && client.bottom > 0 && EqualRect(&place, &reported_) == 0) {
+    reported_ = place;
     page_->SetViewport(client.right, client.bottom, origin.x, origin.y);
   }
   const bool shown = IsWindowVisible(hwnd()) != 0;

@@ -40,6 +40,7 @@ class ServerWindow : public Window {
   std::shared_ptr<engine::Page> page_;
   Owner& owner_;
   int clicks_of_press_ = 1;
+  RECT reported_{};  ///< screen origin in the first two, size in the others
   bool was_shown_ = false;
 };
 
