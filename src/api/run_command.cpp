@@ -5,9 +5,13 @@
 
 #include "api/envelope.h"
 #include "api/parameter_text.h"
+#include "com/command_scope.h"
 
 namespace quillmate::api {
 namespace {
+
+// Longer than any call to a browser that works takes; a dialog of the page does not hold up calls.
+constexpr std::chrono::seconds kCallLimit(5);
 
 std::recursive_mutex command_lock;
 bool command_is_running = false;
@@ -24,6 +28,7 @@ Result Run(const Command& command, const char* utf8) {
   if (command_is_running) return Fail(command.failure_message);
   const RunningFlag running;
   try {
+    const com::CommandScope com(kCallLimit);
     return command.function(CommandParams(command.reads_parameters ? ToCommandParams(utf8) : std::string()));
   } catch (...) {
     return Fail(command.failure_message);
