@@ -10,11 +10,6 @@ using api::Fail;
 using api::Result;
 namespace messages = api::messages;
 
-Result SelectFrame(const CommandParams& params) {
-  if (!api::IsFrameLocator(params.Get("target"))) return Fail(messages::kInvalidFrameLocator);
-  return Fail(messages::kFrameNotFound);
-}
-
 Result Scroll(const CommandParams& params) {
   if (!api::ParseCoordinatePair(params.Get("value"))) return Fail(messages::kInvalidCoordinate);
   return Fail(messages::kScrollFailed);

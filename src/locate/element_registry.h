@@ -1,0 +1,19 @@
+// Elements that getelement remembered under a name.
+#pragma once
+
+#include <windows.h>
+#include <mshtml.h>
+#include <string>
+#include <string_view>
+
+#include "com/com_ptr.h"
+
+namespace quillmate::locate {
+
+/// Remembers an element; a name used before names the new element from now on.
+void Remember(std::string name, com::ComPtr<IHTMLElement> element);
+
+/// @return the element remembered under a name; null when there is none.
+com::ComPtr<IHTMLElement> Recall(std::string_view name);
+
+}  // namespace quillmate::locate

@@ -1,0 +1,43 @@
+// The command that moves the point of view into a frame and back.
+#include <cJSON.h>
+#include <string>
+
+#include "api/messages.h"
+#include "api/validation.h"
+#include "locate/commands.h"
+#include "locate/frames.h"
+#include "session/current_target.h"
+
+namespace quillmate::locate {
+namespace {
+
+using namespace api;  // NOLINT(google-build-using-namespace): the result builders read as words
+
+/// JSON text passes for a locator too, and then names no frame.
+bool IsAccepted(const std::string& target) {
+  return IsFrameLocator(target) || JsonPtr(cJSON_ParseWithOpts(target.c_str(), nullptr, true)) != nullptr;
+}
+
+void UpdateFramePath(std::vector<std::string>& path, std::string locator) {
+  if (locator == "relative=top") {
+    path.clear();
+  } else if (locator != "relative=parent") {
+    path.push_back(std::move(locator));
+  } else if (!path.empty()) {
+    path.pop_back();
+  }
+}
+
+}  // namespace
+
+Result SelectFrame(const CommandParams& params) {
+  std::string target = params.Get("target");
+  if (!IsAccepted(target)) return Fail(messages::kInvalidFrameLocator);
+  const auto document = GetFrameDocument();
+  if (document == nullptr) return Fail(messages::kFrameNotFound);
+  if (FindFrameDocument(document.Get(), target) == nullptr) return Fail(messages::kCantFindFrameBy + target);
+  UpdateFramePath(session::Current()->frame_path, std::move(target));
+  return Done();
+}
+
+}  // namespace quillmate::locate
