@@ -7,6 +7,7 @@
 #include <cwchar>
 
 #include "com/handle.h"
+#include "com/type_library.h"
 
 namespace quillmate::session {
 namespace {
@@ -28,8 +29,9 @@ HWND FindDescendantOfClass(HWND parent, const wchar_t* class_name) {
 /// Asks a page's window for the object behind it, as the interface wanted.
 template <class T>
 ComPtr<T> GetHtmlObject(HWND window) {
-  HWND server = window != nullptr ? FindDescendantOfClass(window, L"Internet Explorer_Server") : nullptr;
+  HWND server = FindPageWindow(window);
   if (server == nullptr) return {};
+  com::HoldTypeLibrary();
   const com::UniqueModule oleacc(LoadLibraryW(L"OLEACC.DLL"));
   if (oleacc == nullptr) return {};
   const auto object_from_lresult = reinterpret_cast<LPFNOBJECTFROMLRESULT>(
@@ -50,6 +52,10 @@ bool IsWindowOfClass(HWND window, const wchar_t* class_name) {
   wchar_t name[500] = L"";
   return GetClassNameW(window, name, static_cast<int>(std::size(name))) > 0 &&
          std::wcscmp(name, class_name) == 0;
+}
+
+HWND FindPageWindow(HWND window) {
+  return window != nullptr ? FindDescendantOfClass(window, L"Internet Explorer_Server") : nullptr;
 }
 
 HWND FindAncestorOfClass(HWND window, const wchar_t* class_name) {

@@ -16,6 +16,9 @@ bool IsWindowOfClass(HWND window, const wchar_t* class_name);
 /// @return the first window of the class, null when there is none.
 HWND FindAncestorOfClass(HWND window, const wchar_t* class_name);
 
+/// @return the window of the first page found under a window, depth first; null when there is none.
+HWND FindPageWindow(HWND window);
+
 /// @return the browser that hosts the first page found under a window; null when there is no page or it does
 /// not
 ///         answer within a second.

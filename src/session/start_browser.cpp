@@ -6,6 +6,7 @@
 #include "com/bstr.h"
 #include "com/encoding.h"
 #include "com/handle.h"
+#include "com/type_library.h"
 #include "com/variant.h"
 #include "session/html_window.h"
 
@@ -54,6 +55,7 @@ ComPtr<IWebBrowser2> StartByProgram() {
 }  // namespace
 
 ComPtr<IWebBrowser2> StartBrowser() {
+  com::HoldTypeLibrary();
   auto browser = StartByApplicationObject();
   if (browser == nullptr) browser = StartByProgram();
   if (browser != nullptr) browser->put_Visible(VARIANT_TRUE);

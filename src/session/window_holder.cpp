@@ -10,11 +10,18 @@
 namespace quillmate::session {
 namespace {
 
+constexpr UINT kAnswerTimeoutMs = 1000;
 constexpr UINT kCloseTimeoutMs = 5000;
 
 /// A window that asks the user before it closes, or hangs, has had its message all the same.
 void SendClose(HWND window) {
   SendMessageTimeoutW(window, WM_CLOSE, 0, 0, SMTO_ABORTIFHUNG, kCloseTimeoutMs, nullptr);
+}
+
+HWND WindowOf(IWebBrowser2* browser) {
+  SHANDLE_PTR handle = 0;
+  if (browser == nullptr || FAILED(browser->get_HWND(&handle))) return nullptr;
+  return reinterpret_cast<HWND>(handle);
 }
 
 }  // namespace
@@ -24,33 +31,57 @@ bool WindowHolder::CloseWindow() {
   return true;
 }
 
-TabBrowserHolder::TabBrowserHolder(HWND window) : browser_(GetWebBrowserFromWindow(window)) {}
+bool WindowHolder::Answers() const {
+  if (answering_ == nullptr || !IsWindow(answering_)) return true;
+  return SendMessageTimeoutW(answering_, WM_NULL, 0, 0, SMTO_ABORTIFHUNG, kAnswerTimeoutMs, nullptr) != 0 ||
+         !IsWindow(answering_);
+}
+
+TabBrowserHolder::TabBrowserHolder(HWND window)
+    : WindowHolder(FindPageWindow(window)), browser_(GetWebBrowserFromWindow(window)) {}
+
+TabBrowserHolder::TabBrowserHolder(com::ComPtr<IWebBrowser2> browser)
+    : WindowHolder(WindowOf(browser.Get())), browser_(std::move(browser)) {}
 
 com::ComPtr<IHTMLDocument2> TabBrowserHolder::GetDocument() const {
+  IWebBrowser2* browser = Reachable();
   com::ComPtr<IDispatch> document;
-  if (browser_ == nullptr || FAILED(browser_->get_Document(&document))) return {};
+  if (browser == nullptr || FAILED(browser->get_Document(&document))) return {};
   return com::Query<IHTMLDocument2>(document);
 }
 
-HWND TabBrowserHolder::GetWindowHandle() const {
-  SHANDLE_PTR handle = 0;
-  if (browser_ == nullptr || FAILED(browser_->get_HWND(&handle))) return nullptr;
-  return reinterpret_cast<HWND>(handle);
-}
+HWND TabBrowserHolder::GetWindowHandle() const { return WindowOf(Reachable()); }
 
 bool TabBrowserHolder::IsBusy() const {
+  IWebBrowser2* browser = Reachable();
   VARIANT_BOOL busy = VARIANT_FALSE;
-  return browser_ != nullptr && SUCCEEDED(browser_->get_Busy(&busy)) && busy != VARIANT_FALSE;
+  return browser != nullptr && SUCCEEDED(browser->get_Busy(&busy)) && busy != VARIANT_FALSE;
 }
 
-bool TabBrowserHolder::BringToTop() { return ActivateIeTab(browser_.Get()); }
-bool TabBrowserHolder::GoForward() { return browser_ != nullptr && SUCCEEDED(browser_->GoForward()); }
-bool TabBrowserHolder::GoBack() { return browser_ != nullptr && SUCCEEDED(browser_->GoBack()); }
-bool TabBrowserHolder::Refresh() { return browser_ != nullptr && SUCCEEDED(browser_->Refresh()); }
-bool TabBrowserHolder::CloseTab() { return browser_ != nullptr && SUCCEEDED(browser_->Quit()); }
+bool TabBrowserHolder::BringToTop() { return ActivateIeTab(Reachable()); }
+
+bool TabBrowserHolder::GoForward() {
+  IWebBrowser2* browser = Reachable();
+  return browser != nullptr && SUCCEEDED(browser->GoForward());
+}
+
+bool TabBrowserHolder::GoBack() {
+  IWebBrowser2* browser = Reachable();
+  return browser != nullptr && SUCCEEDED(browser->GoBack());
+}
+
+bool TabBrowserHolder::Refresh() {
+  IWebBrowser2* browser = Reachable();
+  return browser != nullptr && SUCCEEDED(browser->Refresh());
+}
+
+bool TabBrowserHolder::CloseTab() {
+  IWebBrowser2* browser = Reachable();
+  return browser != nullptr && SUCCEEDED(browser->Quit());
+}
 
 bool TabBrowserHolder::CloseByKeys() {
-  if (browser_ == nullptr || !BringToTop()) return false;
+  if (!BringToTop()) return false;
   input::SendKeySequence("{CTRL}{ALT}{F4}");
   return true;
 }
@@ -66,12 +97,19 @@ bool IeBasedTabHolder::CloseWindow() {
 }
 
 ModalDialogHolder::ModalDialogHolder(HWND window)
-    : document_(GetDocumentFromWindow(window)), dialog_window_(document_ != nullptr ? window : nullptr) {}
+    : WindowHolder(FindPageWindow(window)),
+      document_(GetDocumentFromWindow(window)),
+      dialog_window_(document_ != nullptr ? window : nullptr) {}
+
+com::ComPtr<IHTMLDocument2> ModalDialogHolder::GetDocument() const {
+  return Answers() ? document_ : com::ComPtr<IHTMLDocument2>();
+}
 
 bool ModalDialogHolder::IsBusy() const {
+  const auto document = GetDocument();
   com::Bstr state;
-  return document_ != nullptr &&
-         (FAILED(document_->get_readyState(state.put())) || state.view() != L"complete");
+  return document != nullptr &&
+         (FAILED(document->get_readyState(state.put())) || state.view() != L"complete");
 }
 
 bool ModalDialogHolder::BringToTop() {

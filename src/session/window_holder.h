@@ -41,6 +41,17 @@ class WindowHolder {
   /// @return the surface's COM object, by which two holders of one surface know each other; null when there
   /// is none.
   virtual IUnknown* Surface() const { return nullptr; }
+
+ protected:
+  /// @param answering the window whose thread answers for the surface; null when it is not known.
+  explicit WindowHolder(HWND answering) : answering_(answering) {}
+
+  /// Whether the surface's thread takes messages, so that a call to it will come back: one message there and
+  /// back. A window that is gone counts as answering, for calls to what was behind it fail at once.
+  bool Answers() const;
+
+ private:
+  HWND answering_ = nullptr;
 };
 
 /// A tab of an "IEFrame" frame.
@@ -49,7 +60,7 @@ class TabBrowserHolder : public WindowHolder {
   /// The browser of the first page under a window; invalid when there is none.
   explicit TabBrowserHolder(HWND window);
   /// A browser in hand; invalid when it is null.
-  explicit TabBrowserHolder(com::ComPtr<IWebBrowser2> browser) : browser_(std::move(browser)) {}
+  explicit TabBrowserHolder(com::ComPtr<IWebBrowser2> browser);
 
   com::ComPtr<IHTMLDocument2> GetDocument() const override;
   bool IsValid() const override { return browser_ != nullptr; }
@@ -67,6 +78,9 @@ class TabBrowserHolder : public WindowHolder {
   IWebBrowser2* Browser() const { return browser_.Get(); }
 
  private:
+  /// @return the browser, null when there is none or it does not answer.
+  IWebBrowser2* Reachable() const { return browser_ != nullptr && Answers() ? browser_.Get() : nullptr; }
+
   com::ComPtr<IWebBrowser2> browser_;
 };
 
@@ -89,7 +103,7 @@ class ModalDialogHolder : public WindowHolder {
  public:
   explicit ModalDialogHolder(HWND window);
 
-  com::ComPtr<IHTMLDocument2> GetDocument() const override { return document_; }
+  com::ComPtr<IHTMLDocument2> GetDocument() const override;
   bool IsValid() const override { return document_ != nullptr; }
   HWND GetWindowHandle() const override { return dialog_window_; }
   bool IsBusy() const override;
