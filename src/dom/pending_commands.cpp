@@ -2,6 +2,7 @@
 #include "api/messages.h"
 #include "api/validation.h"
 #include "dom/commands.h"
+#include "dom/manual_click.h"
 
 namespace quillmate::dom {
 
@@ -10,10 +11,7 @@ using api::Fail;
 using api::Result;
 namespace messages = api::messages;
 
-Result Click(const CommandParams& params) {
-  if (!api::IsElementLocator(params.Get("target"))) return Fail(messages::kInvalidElementLocator);
-  return Fail(messages::kClickFailed);
-}
+Result ClickManually(IHTMLElement*) { return Fail(messages::kDoubleClickFailed); }
 
 Result TypeText(const CommandParams& params) {
   if (!api::IsElementLocator(params.Get("target"))) return Fail(messages::kInvalidElementLocator);
@@ -44,30 +42,10 @@ Result Deselect(const CommandParams& params) {
   return Fail(messages::kDeselectFailed);
 }
 
-Result GetAttribute(const CommandParams& params) {
-  if (!api::IsElementLocator(params.Get("target"))) return Fail(messages::kInvalidElementLocator);
-  if (!api::IsTextValue(params.Get("value"))) return Fail(messages::kInvalidParameter);
-  return Fail(messages::kGetAttributeFailed);
-}
-
-Result GetText(const CommandParams& params) {
-  if (!api::IsElementLocator(params.Get("target"))) return Fail(messages::kInvalidElementLocator);
-  return Fail(messages::kGetTextFailed);
-}
-
 Result SendKeysToElement(const CommandParams& params) {
   if (!api::IsElementLocator(params.Get("target"))) return Fail(messages::kInvalidElementLocator);
   if (!api::IsTextValue(params.Get("value"))) return Fail(messages::kInvalidParameter);
   return Fail(messages::kSendKeysToElementFailed);
 }
-
-Result ExecuteScript(const CommandParams& params) {
-  if (!api::IsTextValue(params.Get("value"))) return Fail(messages::kInvalidParameter);
-  return Fail(messages::kExecuteScriptFailed);
-}
-
-Result PageSource(const CommandParams&) { return Fail(messages::kFrameNotFound); }
-
-Result GetCookie(const CommandParams&) { return Fail(messages::kGetCookieFailed); }
 
 }  // namespace quillmate::dom

@@ -1,0 +1,33 @@
+// Document-model calls that can stay away for as long as a dialog of the page is open. Each runs on a thread
+// of its own, and the command waits for it for one second only.
+#pragma once
+
+#include <windows.h>
+#include <mshtml.h>
+#include <string>
+
+#include "api/result.h"
+#include "com/com_ptr.h"
+
+namespace quillmate::dom {
+
+/// What a worker hands back: the call's value, or why it failed, in the ANSI code page.
+struct ResultMessage {
+  bool success = false;
+  std::string text;
+};
+
+/// Clicks an element on a worker thread.
+/// @return text "" when the click came back in time; success with number 0 when it did not, which is how a
+/// click that
+///         opened a dialog is told; "Element not found!" or "Click failed!".
+api::Result RunElementClickOnWorker(const com::ComPtr<IHTMLElement>& element);
+
+/// Evaluates a script in a page's window on a worker thread.
+/// @param script in the ANSI code page.
+/// @return text: the script's value; success with number 0 when it did not end in time; "Element not found!"
+/// without a
+///         usable target; "Execute script failed!".
+api::Result RunScriptOnWorker(const com::ComPtr<IHTMLWindow2>& window, std::string script);
+
+}  // namespace quillmate::dom
