@@ -1,0 +1,46 @@
+#include "dom/enumerator.h"
+
+#include <algorithm>
+
+namespace testbrowser::dom {
+
+HRESULT Enumerator::Next(ULONG count, VARIANT* values, ULONG* fetched) {
+  if (fetched != nullptr) *fetched = 0;
+  if (values == nullptr && count > 0) return E_INVALIDARG;
+  const quillmate::com::ComPtr<Object> collection = collection_;
+  const Reply reply =
+      collection->model().Call(collection->target(), "Collection.members",
+                               EncodeArguments({static_cast<double>(position_), static_cast<double>(count)}));
+  if (FAILED(reply.result)) return reply.result;
+  ULONG got = 0;
+  const cJSON* member = nullptr;
+  cJSON_ArrayForEach(member, reply.value()) {
+    if (got < count && SUCCEEDED(collection->PutValue(member, ResultPlace(&values[got])))) ++got;
+  }
+  position_ += static_cast<int>(got);
+  if (fetched != nullptr) *fetched = got;
+  return got == count ? S_OK : S_FALSE;
+}
+
+HRESULT Enumerator::Skip(ULONG count) {
+  const Reply reply =
+      collection_->model().Call(collection_->target(), "Collection.count", engine::JsonArray());
+  if (FAILED(reply.result)) return reply.result;
+  const int length = cJSON_IsNumber(reply.value()) ? reply.value()->valueint : 0;
+  const int wanted = position_ + static_cast<int>(count);
+  position_ = std::min(wanted, length);
+  return wanted <= length ? S_OK : S_FALSE;
+}
+
+HRESULT Enumerator::Reset() {
+  position_ = 0;
+  return S_OK;
+}
+
+HRESULT Enumerator::Clone(IEnumVARIANT** copy) {
+  if (copy == nullptr) return E_POINTER;
+  *copy = MakeObject<Enumerator>(collection_, position_).Detach();
+  return S_OK;
+}
+
+}  // namespace testbrowser::dom

@@ -1,0 +1,25 @@
+// IEnumVARIANT over a collection of a page. It fetches as many members at once as its caller asks for.
+#pragma once
+
+#include "dom/com_object.h"
+#include "dom/object.h"
+#include "generated/dom_stubs.h"
+
+namespace testbrowser::dom {
+
+class Enumerator : public ComObject<IEnumVARIANTStub> {
+ public:
+  explicit Enumerator(quillmate::com::ComPtr<Object> collection, int position = 0)
+      : collection_(std::move(collection)), position_(position) {}
+
+  HRESULT STDMETHODCALLTYPE Next(ULONG count, VARIANT* values, ULONG* fetched) override;
+  HRESULT STDMETHODCALLTYPE Skip(ULONG count) override;
+  HRESULT STDMETHODCALLTYPE Reset() override;
+  HRESULT STDMETHODCALLTYPE Clone(IEnumVARIANT** copy) override;
+
+ private:
+  quillmate::com::ComPtr<Object> collection_;
+  int position_;
+};
+
+}  // namespace testbrowser::dom

@@ -1,0 +1,50 @@
+#include "dom/typed_members.h"
+
+#include <string_view>
+
+#include "com/bstr.h"
+#include "dom/type_libraries.h"
+
+namespace testbrowser::dom {
+namespace {
+
+void AddMembers(ITypeInfo& info, std::map<DISPID, TypedMember>& members) {
+  FUNCDESC* function = nullptr;
+  for (UINT i = 0; SUCCEEDED(info.GetFuncDesc(i, &function)); ++i) {
+    TypedMember& member = members[function->memid];
+    if (member.info == nullptr) member.info = &info;
+    member.kinds |= function->invkind;
+    info.ReleaseFuncDesc(function);
+  }
+}
+
+bool IsSpelled(ITypeInfo& info, DISPID member, BSTR name) {
+  quillmate::com::Bstr own;
+  UINT count = 0;
+  info.GetNames(member, own.put(), 1, &count);
+  return own.view() == std::wstring_view(name, SysStringLen(name));
+}
+
+}  // namespace
+
+const std::map<DISPID, TypedMember>& TypedMembers(const FacetType& type) {
+  static std::map<const FacetType*, std::map<DISPID, TypedMember>> known;
+  auto& members = known[&type];
+  if (!members.empty()) return members;
+  for (const IID* id : type.ids) {
+    if (ITypeInfo* info = TypeInfoOf(*id)) AddMembers(*info, members);
+  }
+  return members;
+}
+
+DISPID FindTypedMember(const FacetType& type, BSTR name, bool case_sensitive) {
+  for (const IID* id : type.ids) {
+    ITypeInfo* info = TypeInfoOf(*id);
+    DISPID member = DISPID_UNKNOWN;
+    if (info == nullptr || FAILED(info->GetIDsOfNames(&name, 1, &member))) continue;
+    if (!case_sensitive || IsSpelled(*info, member, name)) return member;
+  }
+  return DISPID_UNKNOWN;
+}
+
+}  // namespace testbrowser::dom

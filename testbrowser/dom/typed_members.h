@@ -1,0 +1,27 @@
+// The members that the type library gives an interface, by number.
+#pragma once
+
+#include <windows.h>
+#include <oaidl.h>
+#include <map>
+
+#include "dom/facet_type.h"
+
+namespace testbrowser::dom {
+
+struct TypedMember {
+  /// Describes the member; the interface itself or one that it derives from.
+  ITypeInfo* info = nullptr;
+  /// INVOKE_FUNC, INVOKE_PROPERTYGET … together.
+  int kinds = 0;
+};
+
+/// All members of a facet's interface and those it derives from.
+const std::map<DISPID, TypedMember>& TypedMembers(const FacetType& type);
+
+/// The number of a member by its name.
+/// @param case_sensitive whether the library's own spelling must be met.
+/// @return DISPID_UNKNOWN when there is none.
+DISPID FindTypedMember(const FacetType& type, BSTR name, bool case_sensitive);
+
+}  // namespace testbrowser::dom
