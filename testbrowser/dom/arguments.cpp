@@ -8,6 +8,7 @@
 #include "com/encoding.h"
 #include "com/variant.h"
 #include "dom/object.h"
+#include "engine/file_address.h"
 
 namespace testbrowser::dom {
 namespace {
@@ -83,9 +84,16 @@ struct Encoder {
   JsonPtr operator()(SAFEARRAY* array) const { return EncodeArray(array); }
 };
 
-BSTR NewText(const cJSON* value) {
-  const std::wstring text = quillmate::com::FromUtf8(cJSON_GetStringValue(value));
+BSTR NewText(std::string_view utf8) {
+  const std::wstring text = quillmate::com::FromUtf8(utf8);
   return SysAllocStringLen(text.data(), static_cast<UINT>(text.size()));
+}
+
+// Addresses of local files are Chromium's inside the page and Windows' outside.
+bool IsAddress(const cJSON* value) { return engine::MemberText(value, "$") == "address"; }
+
+BSTR NewAddress(const cJSON* value) {
+  return NewText(engine::ToWindowsAddress(engine::MemberText(value, "v")));
 }
 
 double NumberOf(const cJSON* value) {
@@ -111,8 +119,10 @@ void PutNumber(double number, VARIANT* place) {
 // What JSON has no own form for.
 HRESULT PutSpecial(const cJSON* value, ObjectSource& objects, VARIANT* place) {
   const std::string kind = engine::MemberText(value, "$");
-  if (kind == "empty") return S_OK;
-  if (kind == "r4") {
+  if (IsAddress(value)) {
+    V_VT(place) = VT_BSTR;
+    V_BSTR(place) = NewAddress(value);
+  } else if (kind == "r4") {
     V_VT(place) = VT_R4;
     V_R4(place) = static_cast<float>(engine::MemberNumber(value, "v"));
   } else if (kind == "number") {  // NaN and the infinities
@@ -151,7 +161,7 @@ HRESULT PutVariant(const cJSON* value, ObjectSource& objects, VARIANT* place) {
     PutNumber(value->valuedouble, place);
   } else if (cJSON_IsString(value)) {
     V_VT(place) = VT_BSTR;
-    V_BSTR(place) = NewText(value);
+    V_BSTR(place) = NewText(cJSON_GetStringValue(value));
   } else {
     return PutSpecial(value, objects, place);
   }
@@ -189,7 +199,9 @@ HRESULT ResultPlace::Clear() const {
 }
 
 HRESULT ResultPlace::PutText(const cJSON* value) const {
-  if (cJSON_IsString(value)) *static_cast<BSTR*>(place_) = NewText(value);
+  auto& text = *static_cast<BSTR*>(place_);
+  if (cJSON_IsString(value)) text = NewText(cJSON_GetStringValue(value));
+  if (IsAddress(value)) text = NewAddress(value);
   return S_OK;
 }
 

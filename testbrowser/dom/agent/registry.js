@@ -1,0 +1,101 @@
+// The agent's core: objects under numbers, values on their way in and out, and the one entry that COM calls take.
+const AGENT = Symbol.for('testbrowser.agent');
+const token = `${performance.timeOrigin}.${Math.random()}`;
+
+const numbers = new WeakMap();
+const held = new Map();
+let lastNumber = 0;
+
+/** The object's number, the same for as long as the document lives; it is held until the other side drops it. */
+function numberOf(object) {
+  let number = numbers.get(object);
+  if (number === undefined) numbers.set(object, (number = ++lastNumber));
+  held.set(number, object);
+  return number;
+}
+
+function drop(dropped) {
+  if (!dropped || dropped.t !== token) return;
+  for (const number of dropped.o) held.delete(number);
+}
+
+/** A failed call: an HRESULT instead of a value. */
+class ComError {
+  constructor(result, text = '', scode = 0) {
+    Object.assign(this, { result, text, scode });
+  }
+}
+
+/** A value that goes out as the JSON given, e.g. one of a type of its own. */
+class Encoded {
+  constructor(json) {
+    this.json = json;
+  }
+}
+
+const E_NOTIMPL = 0x80004001;
+const E_FAIL = 0x80004005;
+const E_ACCESSDENIED = 0x80070005;
+const E_INVALIDARG = 0x80070057;
+const DISP_E_MEMBERNOTFOUND = 0x80020003;
+const DISP_E_EXCEPTION = 0x80020009;
+
+/** Texts that COM hands out as a null BSTR when they are empty. */
+const textOrNull = (text) => (text === '' || text === null || text === undefined ? null : String(text));
+/** The same inside a VARIANT, where null would be VT_NULL. */
+const textVariant = (text) => (text === '' ? new Encoded({ $: 'no text' }) : text);
+
+/** An address, which the other side turns into Windows' form. */
+const address = (url) => (/^file:/i.test(url) ? new Encoded({ $: 'address', v: url }) : textOrNull(url));
+
+const members = new Map();
+const fallbacks = new Map();
+
+/** Functions that answer an interface's methods; the first argument is the object asked. */
+function define(name, functions) {
+  for (const [member, answer] of Object.entries(functions)) members.set(`${name}.${member}`, answer);
+}
+
+/** What answers the methods of an interface that have no function of their own: (object, method, ...arguments). */
+function defineRest(name, answer) {
+  fallbacks.set(name, answer);
+}
+
+function answerOf(member) {
+  const answer = members.get(member);
+  if (answer) return answer;
+  const [name, method] = member.split('.');
+  const rest = fallbacks.get(name);
+  if (!rest) throw new ComError(E_NOTIMPL);
+  return (target, ...values) => rest(target, method, ...values);
+}
+
+function targetOf(number) {
+  if (number === 0) return window;
+  if (number === -1) return document;
+  if (!held.has(number)) throw new ComError(E_ACCESSDENIED);
+  return held.get(number);
+}
+
+function failureOf(error) {
+  if (error instanceof ComError) return { hr: error.result, error: error.text, scode: error.scode };
+  return { hr: E_FAIL, error: String(error) };
+}
+
+/**
+ * One COM call.
+ * @param wanted the document asked, by its token; empty for whichever is here now.
+ */
+function call(wanted, number, member, values, dropped) {
+  const answer = { t: token, m: documentMode(), s: self.origin };
+  drop(dropped);
+  try {
+    if (wanted && wanted !== token) throw new ComError(E_ACCESSDENIED);
+    answer.v = encode(answerOf(member)(targetOf(number), ...values.map(decode)));
+  } catch (error) {
+    Object.assign(answer, failureOf(error));
+  }
+  return answer;
+}
+
+define('Agent', { hello: () => undefined });
