@@ -88,13 +88,6 @@ bool NamesFrame(FrameKey key, const std::string& wanted, IHTMLElement* element) 
   return frame != nullptr && SUCCEEDED(frame->get_name(actual.put())) && com::ToAnsi(actual.view()) == wanted;
 }
 
-ComPtr<IHTMLDocument2> ContentOf(IHTMLElement* element) {
-  const auto frame = com::Query<IHTMLFrameBase2>(element);
-  ComPtr<IHTMLWindow2> window;
-  if (frame == nullptr || FAILED(frame->get_contentWindow(&window))) return {};
-  return DocumentOf(window.Get());
-}
-
 ComPtr<IHTMLDocument2> FrameAmong(IHTMLDocument3* document, const wchar_t* tag, FrameKey key,
                                   const std::string& wanted) {
   ComPtr<IHTMLElementCollection> elements;
@@ -108,7 +101,7 @@ ComPtr<IHTMLDocument2> FrameAmong(IHTMLDocument3* document, const wchar_t* tag, 
     ComPtr<IDispatch> item;
     if (FAILED(elements->item(com::Variant::Int(i).get(), com::Variant::Int(0).get(), &item))) continue;
     const auto element = com::Query<IHTMLElement>(item);
-    if (element != nullptr && NamesFrame(key, wanted, element.Get())) return ContentOf(element.Get());
+    if (element != nullptr && NamesFrame(key, wanted, element.Get())) return GetFrameContent(element.Get());
   }
   return {};
 }
@@ -137,6 +130,13 @@ ComPtr<IHTMLDocument2> FrameLookup(IHTMLDocument2* document, std::string_view lo
 }
 
 }  // namespace
+
+ComPtr<IHTMLDocument2> GetFrameContent(IHTMLElement* element) {
+  const auto frame = com::Query<IHTMLFrameBase2>(element);
+  ComPtr<IHTMLWindow2> window;
+  if (frame == nullptr || FAILED(frame->get_contentWindow(&window))) return {};
+  return DocumentOf(window.Get());
+}
 
 ComPtr<IHTMLDocument2> FindFrameDocument(IHTMLDocument2* document, std::string_view locator) {
   if (document == nullptr) return {};

@@ -24,4 +24,8 @@ bool IsTargetUsable();
 /// @return the frame's document; null when no frame of the document itself (not of its frames) matches.
 com::ComPtr<IHTMLDocument2> FindFrameDocument(IHTMLDocument2* document, std::string_view locator);
 
+/// @param element a frame or iframe element.
+/// @return the document inside it; null for any other element, or when it cannot be had.
+com::ComPtr<IHTMLDocument2> GetFrameContent(IHTMLElement* element);
+
 }  // namespace quillmate::locate
