@@ -1,0 +1,60 @@
+// The pointer over mouse_event.
+#include "input/pointer.h"
+
+#include <windows.h>
+#include <cstdlib>
+#include <ctime>
+
+#include "input/mouse_path.h"
+
+namespace quillmate::input {
+namespace {
+
+void SendButtons(DWORD flags) { mouse_event(flags, 0, 0, 0, 0); }
+
+/// The real world of a movement: the system's clock, generator and pointer.
+class SystemMouse final : public MouseWorld {
+ public:
+  unsigned Seconds() override { return static_cast<unsigned>(std::time(nullptr)); }
+  void SeedRandom(unsigned seed) override { std::srand(seed); }
+  int NextRandom() override { return std::rand(); }
+  void Pause(std::chrono::milliseconds time) override { Sleep(static_cast<DWORD>(time.count())); }
+
+  void MoveTo(ScreenPoint point) override {
+    const auto x = ToAbsoluteCoordinate(point.x, GetSystemMetrics(SM_CXSCREEN));
+    const auto y = ToAbsoluteCoordinate(point.y, GetSystemMetrics(SM_CYSCREEN));
+    mouse_event(MOUSEEVENTF_MOVE | MOUSEEVENTF_ABSOLUTE, static_cast<DWORD>(x), static_cast<DWORD>(y), 0, 0);
+  }
+};
+
+}  // namespace
+
+bool PlaceCursor(ScreenPoint point) { return SetCursorPos(point.x, point.y) != FALSE; }
+
+void PressLeft() { SendButtons(MOUSEEVENTF_LEFTDOWN); }
+
+void ReleaseLeft() { SendButtons(MOUSEEVENTF_LEFTUP); }
+
+void ClickLeft() { SendButtons(MOUSEEVENTF_LEFTDOWN | MOUSEEVENTF_LEFTUP); }
+
+void ClickLeftTwice() {
+  for (int click = 0; click < 2; ++click) {
+    PressLeft();
+    ReleaseLeft();
+  }
+}
+
+void ClickRight() {
+  SendButtons(MOUSEEVENTF_RIGHTDOWN);
+  SendButtons(MOUSEEVENTF_RIGHTUP);
+}
+
+bool HumanMouseMove(ScreenPoint end) {
+  POINT start{};
+  GetCursorPos(&start);
+  SystemMouse mouse;
+  FollowMousePath({static_cast<int>(start.x), static_cast<int>(start.y)}, end, mouse);
+  return true;
+}
+
+}  // namespace quillmate::input
