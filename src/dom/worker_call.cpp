@@ -12,6 +12,7 @@
 
 #include "api/messages.h"
 #include "com/apartment.h"
+#include "dom/change_event.h"
 #include "dom/script.h"
 #include "locate/frames.h"
 
@@ -114,6 +115,13 @@ Result RunScriptOnWorker(const ComPtr<IHTMLWindow2>& window, std::string script)
     auto value = EvaluateScript(page, script);
     return value ? ResultMessage{true, std::move(*value)}
                  : ResultMessage{false, messages::kExecuteScriptFailed};
+  });
+}
+
+void RunChangeEventOnWorker(const ComPtr<IHTMLElement>& element) {
+  RunOnWorker(element, [](IHTMLElement* changed) {
+    RaiseChange(changed);
+    return ResultMessage{true, {}};
   });
 }
 

@@ -30,4 +30,7 @@ api::Result RunElementClickOnWorker(const com::ComPtr<IHTMLElement>& element);
 ///         usable target; "Execute script failed!".
 api::Result RunScriptOnWorker(const com::ComPtr<IHTMLWindow2>& window, std::string script);
 
+/// Raises the page's change event on an element on a worker thread; its handlers may go on after the wait.
+void RunChangeEventOnWorker(const com::ComPtr<IHTMLElement>& element);
+
 }  // namespace quillmate::dom

@@ -1,0 +1,30 @@
+// What a form control holds: its own value, which in newer document modes is not its "value" attribute.
+#pragma once
+
+#include <windows.h>
+#include <mshtml.h>
+#include <optional>
+
+#include "com/bstr.h"
+
+namespace quillmate::dom {
+
+/// The kinds of element that differ in how their value is read and written.
+enum class ControlKind { kInput, kTextArea, kSelect, kButton, kOther };
+
+/// @return the element's kind by its tag name; nothing when the tag name cannot be read.
+std::optional<ControlKind> GetControlKind(IHTMLElement* element);
+
+/// @return the control's current value; of another element the "value" attribute, empty when it has none.
+/// Nothing when
+///         a call failed.
+std::optional<com::Bstr> ReadValue(IHTMLElement* element, ControlKind kind);
+
+/// Writes an input's or text area's own value.
+/// @return the call's outcome; S_OK for any other element, which is left alone.
+HRESULT WriteOwnValue(IHTMLElement* element, ControlKind kind, const com::Bstr& text);
+
+/// Writes the "value" attribute.
+HRESULT WriteValueAttribute(IHTMLElement* element, const com::Bstr& text);
+
+}  // namespace quillmate::dom
