@@ -20,9 +20,10 @@ class Factory : public dom::ComObject<IClassFactoryStub> {
 
 }  // namespace
 
-ClassObject::ClassObject(REFCLSID class_id, Maker make) {
+ClassObject::ClassObject(REFCLSID class_id, Use use, Maker make) {
+  const DWORD flags = use == Use::kOneObject ? REGCLS_SINGLEUSE : REGCLS_MULTIPLEUSE;
   const auto factory = dom::MakeObject<Factory>(std::move(make));
-  CoRegisterClassObject(class_id, factory.Get(), CLSCTX_LOCAL_SERVER, REGCLS_MULTIPLEUSE, &cookie_);
+  CoRegisterClassObject(class_id, factory.Get(), CLSCTX_LOCAL_SERVER, flags, &cookie_);
 }
 
 ClassObject::~ClassObject() {

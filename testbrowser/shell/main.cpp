@@ -66,12 +66,13 @@ int ServeBrowser(const CommandLine& line) {
   Application application(KindOf(line));
   const UINT_PTR unused =
       SetTimer(nullptr, 0, kUnusedLife, [](HWND, UINT, UINT_PTR, DWORD) { PostQuitMessage(0); });
-  const ClassObject browsers(CLSID_InternetExplorer, [&](REFIID iid, void** out) {
-    KillTimer(nullptr, unused);
-    auto page = application.OpenPage();
-    if (page == nullptr) return E_FAIL;
-    return application.OpenFrame(std::move(page), SW_HIDE).Browser()->QueryInterface(iid, out);
-  });
+  const ClassObject browsers(
+      CLSID_InternetExplorer, ClassObject::Use::kOneObject, [&](REFIID iid, void** out) {
+        KillTimer(nullptr, unused);
+        auto page = application.OpenPage();
+        if (page == nullptr) return E_FAIL;
+        return application.OpenFrame(std::move(page), SW_HIDE).Browser()->QueryInterface(iid, out);
+      });
   application.Run();
   return 0;
 }
@@ -85,14 +86,15 @@ int ServeWindows() {
     idle = SetTimer(nullptr, idle, time, [](HWND, UINT, UINT_PTR, DWORD) { PostQuitMessage(0); });
   };
   wait_for_users(kUnusedLife);
-  const ClassObject collections(kShellWindowsClass, [&](REFIID iid, void** out) {
-    ++users;
-    KillTimer(nullptr, idle);
-    const auto on_gone = [&] {
-      if (--users == 0) wait_for_users(kIdleLife);
-    };
-    return dom::MakeObject<ShellWindows>(on_gone)->QueryInterface(iid, out);
-  });
+  const ClassObject collections(kShellWindowsClass, ClassObject::Use::kManyObjects,
+                                [&](REFIID iid, void** out) {
+                                  ++users;
+                                  KillTimer(nullptr, idle);
+                                  const auto on_gone = [&] {
+                                    if (--users == 0) wait_for_users(kIdleLife);
+                                  };
+                                  return dom::MakeObject<ShellWindows>(on_gone)->QueryInterface(iid, out);
+                                });
   MSG message{};
   while (GetMessageW(&message, nullptr, 0, 0) > 0) DispatchMessageW(&message);
   return 0;

@@ -8,6 +8,8 @@ namespace testbrowser::shell {
 
 inline constexpr wchar_t kProgramFolder[] = L"C:\\Program Files\\Internet Explorer\\";
 inline constexpr wchar_t kProgramPath[] = L"C:\\Program Files\\Internet Explorer\\iexplore.exe";
+/// The same program under another name, so that whoever ends all "iexplore.exe" leaves it alone.
+inline constexpr wchar_t kShellWindowsPath[] = L"C:\\Program Files\\Internet Explorer\\shellwindows.exe";
 
 /// Our class for the shell's window collection. Wine's desktop process serves the system's own class itself
 /// (and answers E_NOTIMPL), so the prefix is told to treat that class as this one.

@@ -16,15 +16,15 @@ constexpr wchar_t kProgId[] = L"InternetExplorer.Application";
 
 std::wstring ClassKey(const std::wstring& class_id) { return L"CLSID\\" + class_id; }
 
-bool CopyProgram() {
+bool CopyProgramTo(const std::wstring& path) {
   wchar_t self[MAX_PATH] = L"";
   GetModuleFileNameW(nullptr, self, MAX_PATH);
   CreateDirectoryW(kProgramFolder, nullptr);
   // A browser that still runs keeps its file: it is moved out of the way.
-  const std::wstring aside = std::wstring(kProgramPath) + L".old";
+  const std::wstring aside = path + L".old";
   DeleteFileW(aside.c_str());
-  MoveFileW(kProgramPath, aside.c_str());
-  const bool copied = CopyFileW(self, kProgramPath, FALSE) != 0;
+  MoveFileW(path.c_str(), aside.c_str());
+  const bool copied = CopyFileW(self, path.c_str(), FALSE) != 0;
   DeleteFileW(aside.c_str());
   return copied;
 }
@@ -39,18 +39,19 @@ bool RegisterServer(const std::wstring& class_id, const std::wstring& command) {
   return SetDefault(ClassKey(class_id) + L"\\LocalServer32", command);
 }
 
+std::wstring Quoted(const std::wstring& path) { return L"\"" + path + L"\""; }
+
 bool RegisterClasses() {
-  const std::wstring program = L"\"" + std::wstring(kProgramPath) + L"\"";
-  return RegisterServer(kBrowserClassText, program) &&
+  return RegisterServer(kBrowserClassText, Quoted(kProgramPath)) &&
          SetDefault(std::wstring(kProgId) + L"\\CLSID", kBrowserClassText) &&
-         RegisterServer(kShellWindowsClassText, program + L" -ShellWindows") &&
+         RegisterServer(kShellWindowsClassText, Quoted(kShellWindowsPath) + L" -ShellWindows") &&
          SetDefault(ClassKey(kSystemShellWindowsText) + L"\\TreatAs", kShellWindowsClassText);
 }
 
 }  // namespace
 
 int Register() {
-  if (!CopyProgram()) {
+  if (!CopyProgramTo(kProgramPath) || !CopyProgramTo(kShellWindowsPath)) {
     std::cerr << "testbrowser: cannot copy this program to " << quillmate::com::ToUtf8(kProgramPath)
               << std::endl;
     return 1;
