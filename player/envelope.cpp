@@ -62,13 +62,13 @@ bool Envelope::Matches(const cJSON* expected) const {
 
 std::string Envelope::Mismatch(const std::optional<Expectation>& expect) const {
   if (!expect) return success() ? "" : log().empty() ? "answered no success" : std::string(log());
-  if (expect->success && *expect->success != success()) {
-    const std::string why = log().empty() ? "" : " (" + std::string(log()) + ")";
+  // Whatever was expected of a command that failed, its message says most.
+  const std::string why = log().empty() ? "" : " (" + std::string(log()) + ")";
+  if (expect->success && *expect->success != success())
     return Difference("success", *expect->success ? "true" : "false", (success() ? "true" : "false") + why);
-  }
   if (expect->result && !Matches(expect->result.get())) {
     return Difference("result", PrintCompact(expect->result.get()),
-                      result() ? PrintCompact(result()) : "none");
+                      (result() ? PrintCompact(result()) : "none") + why);
   }
   if (expect->log && *expect->log != log()) return Difference("log", Quoted(*expect->log), Quoted(log()));
   return {};

@@ -12,17 +12,19 @@ constexpr std::size_t kTimeWidth = 10;
 
 // Line breaks and other control characters would tear the line; JSON's escapes keep it whole.
 std::string OnOneLine(std::string_view text) {
+  const auto is_control = [](char c) { return static_cast<unsigned char>(c) < ' '; };
+  if (std::ranges::none_of(text, is_control)) return std::string(text);
   const JsonPtr string(cJSON_CreateString(std::string(text).c_str()));
-  const std::string quoted = PrintCompact(string.get());
-  return quoted.size() - 2 == text.size() ? std::string(text) : quoted;
+  return PrintCompact(string.get());
 }
 
-// A plain success says nothing beyond "ok".
+// A success without a value says nothing beyond "ok".
 std::string OutcomeText(const Outcome& outcome) {
   if (!outcome.failure.empty()) return "FAILED  " + OnOneLine(outcome.failure);
   if (!outcome.envelope->success()) return "ok  fails: " + OnOneLine(outcome.envelope->log());
   const cJSON* result = outcome.envelope->result();
-  if (result == nullptr || cJSON_IsTrue(result)) return "ok";
+  const bool empty = cJSON_IsString(result) && *result->valuestring == '\0';
+  if (result == nullptr || cJSON_IsTrue(result) || empty) return "ok";
   return "ok  " + PrintCompact(result);
 }
 

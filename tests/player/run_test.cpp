@@ -57,7 +57,7 @@ TEST(Expectation, ComparesOnlyTheMembersThatAreGiven) {
       {R"(,"expect":{"log":"no"})", failed, R"(expected log "no", got "Frame not found!")"},
       {R"(,"expect":{"result":true})", passed, ""},
       {R"(,"expect":{"result":1})", passed, "expected result 1, got true"},
-      {R"(,"expect":{"result":"0"})", failed, R"(expected result "0", got 0)"},
+      {R"(,"expect":{"result":"0"})", failed, R"(expected result "0", got 0 (Frame not found!))"},
       {R"(,"expect":{"result":[[0,1],["a","b"]]})", table, ""},
       {R"(,"expect":{"result":[[0,1],["a","B"]]})", table,
        R"(expected result [[0,1],["a","B"]], got "[\t[0, 1],\n\t[\"a\", \"b\"]]")"},
