@@ -32,6 +32,11 @@ HRESULT ResultOf(const engine::CallError& error) {
   return E_FAIL;
 }
 
+// A question to whatever document there is can be put to the next one when the document goes away meanwhile.
+bool OutlivesDocument(const Target& target, std::string_view member) {
+  return target.token.empty() && (member.contains(".get") || member == "Agent.hello");
+}
+
 }  // namespace
 
 std::shared_ptr<PageModel> PageModel::Of(const std::shared_ptr<engine::Page>& page, BrowserSite* site) {
@@ -52,6 +57,16 @@ void PageModel::Forget(const engine::Page& page) {
 
 Reply PageModel::Call(const Target& target, std::string_view member, JsonPtr arguments) {
   const auto alive = shared_from_this();
+  JsonPtr again(OutlivesDocument(target, member) ? cJSON_Duplicate(arguments.get(), 1) : nullptr);
+  Reply reply = CallOnce(target, member, std::move(arguments));
+  const bool document_went = reply.answer == nullptr && reply.result == E_ACCESSDENIED;
+  if (document_went && again != nullptr && page_->HasFrame(target.frame)) {
+    reply = CallOnce(target, member, std::move(again));
+  }
+  return reply;
+}
+
+Reply PageModel::CallOnce(const Target& target, std::string_view member, JsonPtr arguments) {
   JsonPtr call = engine::JsonArray(engine::JsonText(target.token), engine::JsonNumber(target.number),
                                    engine::JsonText(member), std::move(arguments), TakeDropped(target.frame));
   auto answer = page_->Call(target.frame, "call", std::move(call));

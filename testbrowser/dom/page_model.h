@@ -97,6 +97,7 @@ class PageModel : public std::enable_shared_from_this<PageModel> {
     std::vector<int> dropped;
   };
 
+  Reply CallOnce(const Target& target, std::string_view member, engine::JsonPtr arguments);
   std::optional<engine::FrameId> FrameOfToken(const std::string& token);
   std::optional<engine::FrameId> FrameOfElement(const Target& element);
   std::string OriginOf(const engine::FrameId& frame) const;
