@@ -27,8 +27,9 @@ bool IsElementLocator(std::string_view text) {
 }
 
 bool IsWindowLocator(std::string_view text) {
-  return HasLocatorLength(text) && (IsElementLocator(text) || Matches(Pattern::kIndex, text) ||
-                                    Matches(Pattern::kUrlKey, text) || Matches(Pattern::kTitle, text));
+  return HasLocatorLength(text) &&
+         (IsElementLocator(text) || Matches(Pattern::kIndex, text) || Matches(Pattern::kUrlKey, text) ||
+          Matches(Pattern::kTitle, text) || Matches(Pattern::kHandle, text));
 }
 
 bool IsTextValue(std::string_view text) { return Matches(Pattern::kFreeText, text); }

@@ -9,7 +9,8 @@ namespace quillmate::api {
 
 /// "id=", "name=" or "class=" with a value, or an "xpath=" path; 1 to 65,535 bytes without line breaks.
 bool IsElementLocator(std::string_view text);
-/// An element locator, "index=N", "url=" with a scheme, or "title=" with a value; 1 to 65,535 bytes.
+/// An element locator, "index=N", "url=" with a scheme, or "title=" or "handle=" with a value; 1 to 65,535
+/// bytes.
 bool IsWindowLocator(std::string_view text);
 /// Any text of 0 to 65,535 bytes, line breaks included.
 bool IsTextValue(std::string_view text);
