@@ -27,7 +27,7 @@ constexpr wchar_t kFlags[] =
     L"--disable-site-isolation-trials --disable-features=IsolateOrigins,site-per-process,Translate "
     L"--disable-background-timer-throttling --disable-backgrounding-occluded-windows "
     L"--disable-renderer-backgrounding --disable-hang-monitor --password-store=basic "
-    L"about:blank";
+    L"--no-startup-window";
 
 /// The launcher as one argument of a Windows command line.
 std::wstring Quoted(const wchar_t* text) {

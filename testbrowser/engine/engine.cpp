@@ -8,7 +8,6 @@ namespace {
 
 /// A machine busy with other things takes several seconds.
 constexpr std::chrono::seconds kStartLimit(30);
-constexpr std::chrono::seconds kOpenLimit(20);
 
 }  // namespace
 
@@ -27,12 +26,14 @@ std::expected<std::unique_ptr<Engine>, std::string> Engine::Start(EngineOptions 
 }
 
 Engine::Engine(std::unique_ptr<EngineParts> parts) : parts_(std::move(parts)) {}
-Engine::~Engine() { parts_->EndAll(false); }
+Engine::~Engine() {
+  parts_->EndAll(false);
+  parts_->connection->SetEventHandler(nullptr);
+  parts_->connection->Send("", "Browser.close");
+}
 
 bool Engine::IsAlive() const { return parts_->connection->IsOpen(); }
 
-std::shared_ptr<Page> Engine::OpenPage(PageListener* listener) {
-  return parts_->OpenPage(listener, kOpenLimit);
-}
+std::shared_ptr<Page> Engine::OpenPage(PageListener* listener) { return parts_->OpenPage(listener); }
 
 }  // namespace testbrowser::engine

@@ -2,70 +2,140 @@
 
 #include <algorithm>
 
+#include "engine/file_address.h"
+#include "engine/shims.h"
+
 namespace testbrowser::engine {
+namespace {
+
+/// A machine busy with other things takes several seconds.
+constexpr std::chrono::seconds kCreateLimit(20);
+
+JsonPtr OnPagesOnly() { return JsonArray(JsonObject().Add("type", "page").Take()); }
+
+}  // namespace
 
 void EngineParts::Listen() {
   connection->SetEventHandler([this](const std::string& session, const std::string& method,
                                      const cJSON* params) { HandleEvent(session, method, params); });
-  const auto on_pages = [] { return JsonArray(JsonObject().Add("type", "page").Take()); };
   connection->Send("", "Target.setDiscoverTargets",
-                   JsonObject().Add("discover", true).Add("filter", on_pages()).Take());
+                   JsonObject().Add("discover", true).Add("filter", OnPagesOnly()).Take());
   connection->Send("", "Target.setAutoAttach",
                    JsonObject()
                        .Add("autoAttach", true)
                        .Add("waitForDebuggerOnStart", true)
                        .Add("flatten", true)
-                       .Add("filter", on_pages())
+                       .Add("filter", OnPagesOnly())
                        .Take());
 }
 
-std::shared_ptr<Page> EngineParts::OpenPage(PageListener* listener, std::chrono::milliseconds limit) {
-  const Reply created = connection->Request(
-      "", "Target.createTarget", JsonObject().Add("url", "about:blank").Add("newWindow", true).Take(), limit);
-  if (!created) return nullptr;
-  const std::string target = MemberText(created->get(), "targetId");
-  if (!connection->WaitUntil([&] { return FindTarget(target) != nullptr; }, limit)) return nullptr;
-  const OpenedPage& opened = *FindTarget(target);
-  opened.parts->listener = listener;
-  opened.parts->session.Send("Runtime.runIfWaitingForDebugger");
-  return opened.page;
+EngineParts::OpenedPage* EngineParts::Create() {
+  ++creating;
+  const Reply created =
+      connection->Request("", "Target.createTarget",
+                          JsonObject().Add("url", "about:blank").Add("newWindow", true).Take(), kCreateLimit);
+  const std::string target = created ? MemberText(created->get(), "targetId") : "";
+  const bool attached =
+      created && connection->WaitUntil([&] { return FindTarget(target) != nullptr; }, kCreateLimit);
+  --creating;
+  OpenedPage* opened = attached ? FindTarget(target) : nullptr;
+  if (opened != nullptr) opened->claimed = true;
+  OfferPopups();
+  return opened;
+}
+
+void EngineParts::StartBlank(PageParts& page) {
+  page.session.Send("Runtime.runIfWaitingForDebugger");
+  connection->WaitUntil([&] { return page.blank_loaded || page.closed; }, kCreateLimit);
+}
+
+std::shared_ptr<Page> EngineParts::OpenPage(PageListener* listener) {
+  const OpenedPage* opened = Create();
+  if (opened == nullptr) return nullptr;
+  const auto page = opened->page;
+  StartBlank(*opened->parts);
+  page->SetListener(listener);
+  return page;
+}
+
+std::shared_ptr<Page> EngineParts::OpenDialog(PageParts& opener, const cJSON* request,
+                                              std::function<void(JsonPtr)> finished) {
+  const std::string arguments = PrintJson(Member(request, "arguments"));
+  const std::string url = MemberText(request, "url");
+  const std::string features = MemberText(request, "features");
+  const OpenedPage* opened = opener.listener != nullptr ? Create() : nullptr;
+  if (opened == nullptr) {
+    finished(nullptr);
+    return nullptr;
+  }
+  const auto dialog = opened->page;
+  PageParts& parts = *opened->parts;
+  parts.on_dialog_finished = std::move(finished);
+  parts.AddScript(shims::kDialogWindow + ("(" + arguments + ");"));
+  StartBlank(parts);
+  opener.Tell([&](PageListener& to) { to.OnModalDialog({dialog, features}); });
+  if (parts.listener == nullptr) {
+    dialog->Close();
+  } else {
+    dialog->Navigate(url);
+  }
+  return dialog;
 }
 
 void EngineParts::HandleEvent(const std::string& session, const std::string& method, const cJSON* params) {
-  if (const auto found = pages.find(session); found != pages.end()) {
-    const std::shared_ptr<Page> alive = found->second.page;
-    found->second.parts->HandleEvent(method, params);
-    return;
-  }
+  if (session.empty()) return HandleBrowserEvent(method, params);
+  const auto found = pages.find(session);
+  if (found == pages.end()) return;
+  if (method == "Page.windowOpen") window_opener = session;
+  const std::shared_ptr<Page> alive = found->second.page;
+  found->second.parts->HandleEvent(method, params);
+}
+
+void EngineParts::HandleBrowserEvent(const std::string& method, const cJSON* params) {
   if (method.empty()) return EndAll(true);
   if (method == "Target.attachedToTarget") return OnAttached(params);
   if (method == "Target.detachedFromTarget") return Forget(MemberText(params, "sessionId"), false);
-  if (method == "Target.targetInfoChanged") return OnTargetInfo(Member(params, "targetInfo"));
-  if (method == "Target.targetCrashed") {
-    if (const OpenedPage* page = FindTarget(MemberText(params, "targetId")))
-      Forget(page->parts->session.id, true);
-  }
+  if (method != "Target.targetCrashed") return;
+  if (const OpenedPage* page = FindTarget(MemberText(params, "targetId")))
+    Forget(page->parts->session.id, true);
 }
 
 void EngineParts::OnAttached(const cJSON* params) {
+  const cJSON* target = Member(params, "targetInfo");
   const std::string session = MemberText(params, "sessionId");
-  auto parts = std::make_unique<PageParts>(Session{connection, session},
-                                           MemberText(Member(params, "targetInfo"), "targetId"));
+  auto parts =
+      std::make_unique<PageParts>(Session{connection, session}, MemberText(target, "targetId"), *this);
   parts->SetUp(scripts);
   PageParts* inner = parts.get();
-  pages.emplace(session, OpenedPage{std::make_shared<Page>(std::move(parts)), inner});
+  pages[session] = {std::make_shared<Page>(std::move(parts)), inner, MemberText(target, "openerId")};
+  OfferPopups();
 }
 
-void EngineParts::OnTargetInfo(const cJSON* info) {
-  if (const OpenedPage* page = FindTarget(MemberText(info, "targetId"))) {
-    page->parts->ChangeTitle(MemberText(info, "title"));
+void EngineParts::OfferPopups() {
+  const auto is_popup = [this](const auto& entry) {
+    return !entry.second.claimed && (creating == 0 || !entry.second.opener.empty());
+  };
+  for (auto next = std::ranges::find_if(pages, is_popup); next != pages.end();
+       next = std::ranges::find_if(pages, is_popup)) {
+    next->second.claimed = true;
+    OfferPopup(OpenedPage(next->second));
   }
+}
+
+void EngineParts::OfferPopup(const OpenedPage& popup) {
+  // A link that hides its opener (rel=noopener) is known by its page's announcement only.
+  const OpenedPage* opener = FindTarget(popup.opener);
+  const auto announced = pages.find(window_opener);
+  if (opener == nullptr && announced != pages.end()) opener = &announced->second;
+  if (opener != nullptr) opener->parts->Tell([&](PageListener& to) { to.OnPopup(popup.page); });
+  popup.parts->session.Send("Runtime.runIfWaitingForDebugger");
+  if (popup.parts->listener == nullptr) popup.page->Close();
 }
 
 void EngineParts::Forget(const std::string& session, bool crashed) {
   const auto found = pages.find(session);
   if (found == pages.end()) return;
-  const OpenedPage page = found->second;
+  const OpenedPage page = std::move(found->second);
   pages.erase(found);
   page.parts->MarkClosed(crashed);
 }

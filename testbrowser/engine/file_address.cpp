@@ -69,12 +69,17 @@ Function* WineExport(const char* name) {
       reinterpret_cast<void*>(GetProcAddress(GetModuleHandleW(L"kernel32.dll"), name)));
 }
 
-/// The Linux path (UTF-8) of an absolute Windows path; empty when there is none.
-std::string LinuxPath(std::string_view windows_path) {
+/// The Linux path (UTF-8) of an absolute Windows path; empty when there is none. What does not exist is
+/// spelled as given; of the rest Wine finds the true spelling.
+std::string LinuxPath(const std::string& windows_path) {
   static const auto convert = WineExport<char * CDECL(LPCWSTR)>("wine_get_unix_file_name");
   if (convert == nullptr) return {};
   const std::unique_ptr<char, HeapFreer> path(convert(FromUtf8(windows_path).c_str()));
-  return path != nullptr ? path.get() : "";
+  if (path != nullptr) return path.get();
+  // A missing folder with letters that the locale lacks is refused; its parent may be known.
+  const auto last = windows_path.rfind('\\');
+  const std::string parent = last != std::string::npos ? LinuxPath(windows_path.substr(0, last)) : "";
+  return parent.empty() ? "" : parent + "/" + windows_path.substr(last + 1);
 }
 
 /// The Windows path (UTF-8) of a Linux path; empty when no drive holds it.

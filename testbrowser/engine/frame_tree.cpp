@@ -51,12 +51,23 @@ void FrameTree::Commit(const cJSON* description) {
   for (const auto& child : std::vector(frame->children)) Detach(child);
   SetAddress(*frame, description);
   ++frame->generation;
+  frame->is_committed = true;
 }
 
 void FrameTree::AddContext(const cJSON* context) {
   const cJSON* origin = Member(context, "auxData");
   if (!MemberBool(origin, "isDefault")) return;
-  if (Frame* frame = Find(MemberText(origin, "frameId"))) frame->context = MemberText(context, "uniqueId");
+  Frame* frame = Find(MemberText(origin, "frameId"));
+  if (frame == nullptr) return;
+  frame->context = MemberText(context, "uniqueId");
+  frame->context_number = static_cast<int>(MemberNumber(context, "id"));
+}
+
+std::optional<FrameId> FrameTree::FrameOfContext(int context_number) const {
+  for (const auto& [id, frame] : frames_) {
+    if (frame.context_number == context_number && !frame.context.empty()) return id;
+  }
+  return {};
 }
 
 void FrameTree::RemoveContext(const std::string& unique_id) {

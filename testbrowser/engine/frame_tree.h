@@ -20,7 +20,10 @@ class FrameTree {
     unsigned generation = 1;
     bool is_error_page = false;
     bool is_loading = false;
+    bool is_committed = true;   ///< of the load under way: its document is there
+    bool stop_is_owed = false;  ///< a load's end is told twice, and the second time is still to come
     std::string context;  ///< Chromium's unique id of the main world's context; empty between two documents
+    int context_number = 0;  ///< Chromium's other id of it, which some events use
   };
 
   explicit FrameTree(FrameId main) : main_(std::move(main)) { frames_[main_]; }
@@ -29,6 +32,8 @@ class FrameTree {
   /// @return null for a frame that is gone.
   const Frame* Find(const FrameId& id) const;
   Frame* Find(const FrameId& id) { return const_cast<Frame*>(std::as_const(*this).Find(id)); }
+
+  std::optional<FrameId> FrameOfContext(int context_number) const;
 
   // What the protocol's events say. Parameters as in the protocol.
   /// @param tree Page.getFrameTree's answer; tells of frames that were there before we listened.

@@ -4,6 +4,20 @@
 #include "engine/page_parts.h"
 
 namespace testbrowser::engine {
+namespace {
+
+/// A modal dialog that its window closes, not its script, still gives its return value.
+void ReadReturnValue(PageParts& dialog) {
+  constexpr std::chrono::milliseconds kLimit(500);
+  const Reply value = dialog.session.connection->Request(
+      dialog.session.id, "Runtime.evaluate",
+      JsonObject().Add("expression", "window.returnValue").Add("returnByValue", true).Take(), kLimit);
+  if (!value) return;
+  cJSON* result = cJSON_GetObjectItemCaseSensitive(value->get(), "result");
+  dialog.return_value.reset(cJSON_DetachItemFromObjectCaseSensitive(result, "value"));
+}
+
+}  // namespace
 
 Page::Page(std::unique_ptr<PageParts> parts) : parts_(std::move(parts)) {}
 Page::~Page() = default;
@@ -70,8 +84,8 @@ void Page::Stop() { parts_->session.Send("Page.stopLoading"); }
 
 void Page::Close() {
   if (parts_->closed) return;
-  parts_->session.connection->Send("", "Target.closeTarget",
-                                   JsonObject().Add("targetId", parts_->target).Take());
+  if (parts_->on_dialog_finished) ReadReturnValue(*parts_);
+  parts_->RequestClose();
   parts_->MarkClosed(false);
 }
 

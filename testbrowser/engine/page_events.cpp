@@ -1,4 +1,5 @@
 // The protocol's events of one page, as calls of its parts and its listener.
+#include <cmath>
 #include <map>
 
 #include "engine/file_address.h"
@@ -32,6 +33,7 @@ void OnFrameNavigated(PageParts& page, const cJSON* params) {
   const cJSON* description = Member(params, "frame");
   const FrameId id = MemberText(description, "id");
   page.frames.Commit(description);
+  if (id == page.frames.main()) page.boxes.Drop();  // the script that waits is gone with its document
   const FrameTree::Frame* frame = page.frames.Find(id);
   if (frame == nullptr) return;
   const std::string url = frame->url;
@@ -47,21 +49,41 @@ void OnNavigatedWithinDocument(PageParts& page, const cJSON* params) {
 }
 
 void OnFrameStartedNavigating(PageParts& page, const cJSON* params) {
+  const FrameId id = MemberText(params, "frameId");
   const std::string type = MemberText(params, "navigationType");
-  if (type != "sameDocument" && type != "historySameDocument") StartLoad(page, MemberText(params, "frameId"));
+  if (type == "sameDocument" || type == "historySameDocument") return;
+  if (FrameTree::Frame* frame = page.frames.Find(id)) frame->is_committed = false;
+  StartLoad(page, id);
 }
 
 void OnFrameStartedLoading(PageParts& page, const cJSON* params) {
   StartLoad(page, MemberText(params, "frameId"));
 }
+
+/// Usually the load's own event came before. It does not come where nothing is loaded after all (a download,
+/// a load broken off); but then this event may also be the previous document's, late.
 void OnFrameStoppedLoading(PageParts& page, const cJSON* params) {
-  FinishLoad(page, MemberText(params, "frameId"));
+  const FrameId id = MemberText(params, "frameId");
+  FrameTree::Frame* frame = page.frames.Find(id);
+  if (frame == nullptr) return;
+  const bool is_previous = std::exchange(frame->stop_is_owed, false) && !frame->is_committed;
+  if (is_previous) return;
+  frame->is_committed = true;
+  FinishLoad(page, id);
+}
+
+void OnLoaded(PageParts& page, const FrameId& id) {
+  FrameTree::Frame* frame = page.frames.Find(id);
+  if (frame == nullptr) return;
+  if (id == page.frames.main()) page.blank_loaded = true;
+  frame->stop_is_owed = true;
+  if (frame->is_committed) FinishLoad(page, id);
 }
 
 void OnLifecycleEvent(PageParts& page, const cJSON* params) {
   const FrameId id = MemberText(params, "frameId");
   const std::string name = MemberText(params, "name");
-  if (name == "load") FinishLoad(page, id);
+  if (name == "load") OnLoaded(page, id);
   if (name == "DOMContentLoaded") page.Tell([&](PageListener& listener) { listener.OnDocumentReady(id); });
 }
 
@@ -78,10 +100,53 @@ void OnDialogOpening(PageParts& page, const cJSON*) {
   page.session.Send("Page.handleJavaScriptDialog", JsonObject().Add("accept", true).Take());
 }
 
-void OnPaused(PageParts& page, const cJSON*) { page.session.Send("Debugger.resume"); }
+void OnPaused(PageParts& page, const cJSON* params) { page.boxes.OnPaused(params); }
+void OnResumed(PageParts& page, const cJSON*) { page.boxes.Drop(); }
 
 void OnScreencastFrame(PageParts& page, const cJSON* params) { page.screencast.AddFrame(params); }
 void OnDragIntercepted(PageParts& page, const cJSON* params) { page.input.BeginDrag(params); }
+
+void OpenDropDown(PageParts& page, const FrameId& frame, const cJSON* report) {
+  DropDown list;
+  list.frame = frame;
+  const auto edge = [report](const char* name) {
+    return static_cast<int>(std::lround(MemberNumber(report, name)));
+  };
+  list.left = edge("left");
+  list.top = edge("top");
+  list.right = edge("right");
+  list.bottom = edge("bottom");
+  list.selected = static_cast<int>(MemberNumber(report, "selected", -1));
+  const cJSON* item = nullptr;
+  cJSON_ArrayForEach(item, Member(report, "options")) list.options.emplace_back(cJSON_GetStringValue(item));
+  cJSON_ArrayForEach(item, Member(report, "enabled")) list.enabled.push_back(cJSON_IsTrue(item) != 0);
+  const auto choose = [session = page.session, context = page.frames.Find(frame)->context](int index) {
+    const std::string expression =
+        "window[Symbol.for('testbrowser.engine')].choose(" + std::to_string(index) + ")";
+    session.Send("Runtime.evaluate", JsonObject()
+                                         .Add("expression", expression)
+                                         .Add("uniqueContextId", context)
+                                         .Add("userGesture", true)
+                                         .Take());
+  };
+  page.Tell([&](PageListener& to) { to.OnDropDown(list, choose); });
+}
+
+/// A script of ours reports; see the shims.
+void OnShimReport(PageParts& page, const cJSON* params) {
+  const JsonPtr report = ParseJson(MemberText(params, "payload"));
+  const std::string kind = MemberText(report.get(), "kind");
+  if (kind == "dropDown") {
+    const auto frame =
+        page.frames.FrameOfContext(static_cast<int>(MemberNumber(params, "executionContextId")));
+    if (frame) OpenDropDown(page, *frame, report.get());
+  } else if (kind == "title") {
+    page.ChangeTitle(MemberText(report.get(), "title"));
+  } else if (kind == "closeDialog") {
+    page.return_value.reset(cJSON_DetachItemFromObjectCaseSensitive(report.get(), "value"));
+    page.RequestClose();
+  }
+}
 
 using Handler = void (*)(PageParts&, const cJSON*);
 const std::map<std::string, Handler>& Handlers() {
@@ -100,7 +165,9 @@ const std::map<std::string, Handler>& Handlers() {
       {"Runtime.executionContextCreated", OnContextCreated},
       {"Runtime.executionContextDestroyed", OnContextDestroyed},
       {"Runtime.executionContextsCleared", OnContextsCleared},
+      {"Runtime.bindingCalled", OnShimReport},
       {"Debugger.paused", OnPaused},
+      {"Debugger.resumed", OnResumed},
   };
   return handlers;
 }
@@ -110,35 +177,6 @@ const std::map<std::string, Handler>& Handlers() {
 void PageParts::HandleEvent(const std::string& method, const cJSON* params) {
   const auto handler = Handlers().find(method);
   if (handler != Handlers().end()) handler->second(*this, params);
-}
-
-void PageParts::SetUp(const std::vector<std::string>& scripts) {
-  session.Send("Page.enable");
-  session.Send("Page.getFrameTree", nullptr, [this](Reply reply) {
-    if (reply) frames.AddExisting(Member(reply->get(), "frameTree"));
-  });
-  session.Send("Page.setLifecycleEventsEnabled", JsonObject().Add("enabled", true).Take());
-  for (const auto& script : scripts) {
-    session.Send("Page.addScriptToEvaluateOnNewDocument",
-                 JsonObject().Add("source", script).Add("runImmediately", true).Take());
-  }
-  session.Send("Runtime.enable");
-  session.Send("Debugger.enable");
-  session.Send("Input.setInterceptDrags", JsonObject().Add("enabled", true).Take());
-  session.Send("Emulation.setFocusEmulationEnabled", JsonObject().Add("enabled", true).Take());
-}
-
-void PageParts::ChangeTitle(const std::string& new_title) {
-  if (new_title == title) return;
-  title = new_title;
-  Tell([&](PageListener& to) { to.OnTitleChanged(new_title); });
-}
-
-void PageParts::MarkClosed(bool crashed) {
-  if (std::exchange(closed, true)) return;
-  session.connection->FailSession(session.id);
-  Tell([&](PageListener& to) { to.OnClosed(crashed); });
-  listener = nullptr;
 }
 
 }  // namespace testbrowser::engine

@@ -1,0 +1,20 @@
+// How the engine's scripts report to it, out of the page's sight; and the report of the title, which Chromium's own
+// events give late or not at all.
+(() => {
+  const notify = window.testbrowserNotify;
+  delete window.testbrowserNotify;
+  const engine = {
+    report(kind, details) {
+      notify(JSON.stringify({ kind, ...details }));
+    },
+  };
+  Object.defineProperty(window, Symbol.for('testbrowser.engine'), { value: engine });
+
+  if (window !== window.top) return;
+  const reportTitle = () => engine.report('title', { title: document.title });
+  document.addEventListener('DOMContentLoaded', () => {
+    reportTitle();
+    const watched = document.head ?? document;
+    new MutationObserver(reportTitle).observe(watched, { childList: true, characterData: true, subtree: true });
+  });
+})();
