@@ -27,11 +27,16 @@ JsonText PrintEnvelope(Result result) {
   return JsonText(cJSON_Print(envelope.get()));
 }
 
+const char* TextBuffer::Hold(JsonText text) {
+  if (text_.capacity() > kUsualLength) text_ = std::string();  // a page's source is not kept for ever
+  text_.reserve(kUsualLength);
+  if (text == nullptr) return nullptr;
+  return text_.assign(text.get()).c_str();
+}
+
 const char* ResultBuffers::Store(Result result) {
-  JsonText& buffer = IsText(result) ? texts_ : flags_;
-  buffer.reset();  // before printing, so that a host sees the same address again where the allocator allows
-  buffer = PrintEnvelope(std::move(result));
-  return buffer.get();
+  TextBuffer& buffer = IsText(result) ? texts_ : flags_;
+  return buffer.Hold(PrintEnvelope(std::move(result)));
 }
 
 }  // namespace quillmate::api

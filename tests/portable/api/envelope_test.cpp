@@ -45,6 +45,16 @@ TEST(Envelope, GroupsDoNotFreeEachOther) {
   EXPECT_NE(std::string(flag).find("true"), std::string::npos);
 }
 
+TEST(Envelope, PlainResultsStandAtOnePlace) {
+  ResultBuffers buffers;
+  const char* first = buffers.Store(Fail("Element not found!"));
+  EXPECT_EQ(buffers.Store(Fail(std::string(1'000, 'a'))), first);
+  EXPECT_EQ(buffers.Store(Done()), first);
+  buffers.Store(Fail(std::string(100'000, 'a')));
+  const char* again = buffers.Store(Done());
+  EXPECT_EQ(buffers.Store(Fail("Element not found!")), again);
+}
+
 int allocations_left = 0;
 
 void* LimitedAllocate(size_t size) { return allocations_left-- > 0 ? std::malloc(size) : nullptr; }
