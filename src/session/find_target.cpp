@@ -157,8 +157,4 @@ Holder FindTarget(std::string_view locator) {
   return SearchOnce(locator);
 }
 
-bool IsTargetLocator(std::string_view text) {
-  return api::IsWindowLocator(text) || (text.size() <= 65535 && Matches(Pattern::kHandle, text));
-}
-
 }  // namespace quillmate::session

@@ -16,7 +16,4 @@ namespace quillmate::session {
 /// @return the surface, null when there is none.
 std::unique_ptr<WindowHolder> FindTarget(std::string_view locator);
 
-/// Whether a text has the form of a window locator, "handle=" included.
-bool IsTargetLocator(std::string_view text);
-
 }  // namespace quillmate::session

@@ -2,6 +2,7 @@
 #include <string>
 
 #include "api/messages.h"
+#include "api/validation.h"
 #include "session/commands.h"
 #include "session/current_target.h"
 #include "session/find_target.h"
@@ -14,7 +15,7 @@ using namespace api;  // NOLINT(google-build-using-namespace): the result builde
 
 Result SelectWindow(const CommandParams& params) {
   const std::string target = params.Get("target");
-  if (!IsTargetLocator(target)) return Fail(messages::kInvalidWindowLocator);
+  if (!IsWindowLocator(target)) return Fail(messages::kInvalidWindowLocator);
   auto holder = FindTarget(target);
   if (holder == nullptr) return Fail(messages::kBrowserNotFound);
   SelectTarget(std::move(holder));
@@ -27,7 +28,7 @@ Result SelectWindow(const CommandParams& params) {
 Result SelectWindowUntop(const CommandParams& params) {
   const std::string target = params.Get("target");
   const std::string tab_status = params.Get("tab-status");
-  if (!IsTargetLocator(target)) return Fail(messages::kInvalidWindowLocator);
+  if (!IsWindowLocator(target)) return Fail(messages::kInvalidWindowLocator);
   auto holder = FindTarget(target);
   if (holder == nullptr) return Fail(messages::kBrowserNotFound);
   SelectTarget(std::move(holder));
