@@ -24,7 +24,8 @@
  * Threads: commands may be called from any thread; they run one after the other, and copying a result before
  * another thread's command replaces it is the host's business. A host that is called back on the same thread
  * while a command runs, and issues another command from there, gets that command's failure. The calling
- * thread is initialised for COM as a single-threaded apartment unless it is initialised already.
+ * thread is initialised for COM as a single-threaded apartment unless it is initialised already; the current
+ * surface and remembered elements belong to the thread that chose them.
  *
  * Messages of the parameter checks ("%s" and "%d" are part of the text and never filled in):
  * - general check: "Parameter verification failed!"
@@ -157,7 +158,7 @@ QUILLMATE_API const char* back(const char* parameters);
  * Sizes the window of the current surface.
  * @param parameters
  *     - "target": "max", or "WIDTH,HEIGHT" in screen pixels.
- * @return a plain success. Fails with: "Browser not found!", "Select window size Fail!".
+ * @return a plain success. Fails with: "Select window size Fail!", "Browser not found!".
  * @note Negative and out-of-range numbers, any other text, and a window that refuses answer "Select
  *     window size Fail!".
  */
@@ -208,8 +209,8 @@ QUILLMATE_API const char* scroll(const char* parameters);
  * @param parameters
  *     - "value": the position "X,Y" in CSS pixels.
  *     - "target": an element locator, or empty for the page.
- * @return a plain success. Fails with: coordinate check, element check, the search's message, "Frame
- *     not found!", "Target not support scroll, please check!", "Scroll failed!".
+ * @return a plain success. Fails with: coordinate check, element check, "Frame not found!", the
+ *     search's message, "Target not support scroll, please check!", "Scroll failed!".
  */
 QUILLMATE_API const char* scrollto(const char* parameters);
 
@@ -217,8 +218,8 @@ QUILLMATE_API const char* scrollto(const char* parameters);
  * Scrolls until an element can be seen.
  * @param parameters
  *     - "target": an element locator.
- * @return a plain success. Fails with: element check, the search's message, "Switch tab failed!",
- *     "Scroll into view failed!".
+ * @return a plain success. Fails with: element check, the search's message, "Element not found!",
+ *     "Switch tab failed!", "Scroll into view failed!".
  */
 QUILLMATE_API const char* scrollintoview(const char* parameters);
 
@@ -245,9 +246,9 @@ QUILLMATE_API const char* getelementpos(const char* parameters);
  * @param parameters
  *     - "target": an element locator.
  *     - "return": the name, at most 65,535 bytes; may be empty.
- * @return a plain success. Fails with: element check, general check, the search's message.
- * @note A second element under the same name replaces the first. Remembered elements are held until the
- *     library is unloaded.
+ * @return a plain success. Fails with: element check, the search's message.
+ * @note A longer name is not kept, and the answer is a success all the same. A second element under the
+ *     same name replaces the first. Remembered elements are held until the library is unloaded.
  */
 QUILLMATE_API const char* getelement(const char* parameters);
 
@@ -302,7 +303,7 @@ QUILLMATE_API const char* getelementcount(const char* parameters);
  * @param parameters
  *     - "target": an element locator.
  *     - "value": the tag name, at most 65,535 bytes.
- * @return the number. Fails with: element check, general check, the search's message.
+ * @return the number. Fails with: element check, the search's message, general check.
  */
 QUILLMATE_API const char* getchildelementcount(const char* parameters);
 
@@ -373,8 +374,8 @@ QUILLMATE_API const char* clear(const char* parameters);
  * @param parameters
  *     - "target": an element locator of the list, or of an option in it.
  *     - "value": an option selector.
- * @return a plain success. Fails with: element check, option check, the search's message, "Frame not
- *     found!", "Get tagName failed!", "Not dropdown menu element!", "Get option failed!", "Target
+ * @return a plain success. Fails with: element check, option check, "Frame not found!", the search's
+ *     message, "Get tagName failed!", "Not dropdown menu element!", "Get option failed!", "Target
  *     option not found!".
  * @note "label=" compares the option's text exactly, "value=" its value exactly, "index=" counts from
  *     0. The first option that fits is taken. A change raises the page's change event; choosing what is
@@ -387,8 +388,8 @@ QUILLMATE_API const char* select_m(const char* parameters);
  * @param parameters
  *     - "target": an element locator of the list, or of an option in it.
  *     - "value": an option selector.
- * @return a plain success. Fails with: element check, the search's message, option check, "Frame not
- *     found!", "Get tagName failed!", "Not dropdown menu element!", "Deselect failed!", "Target option
+ * @return a plain success. Fails with: element check, "Frame not found!", the search's message, option
+ *     check, "Get tagName failed!", "Not dropdown menu element!", "Deselect failed!", "Target option
  *     not found!".
  * @note Here the element is looked for before the option selector is checked.
  */
@@ -432,8 +433,8 @@ QUILLMATE_API const char* sendkeystoelement(const char* parameters);
  * @param parameters
  *     - "value": the script, at most 65,535 bytes.
  * @return the script's value as a text (null and undefined are empty), or the number 0 when it has not
- *     returned after one second. Fails with: general check, "Element not found!", "Frame not found!",
- *     "Get parent window failed!", "Execute script failed!".
+ *     returned after one second. Fails with: general check, "Frame not found!", "Get parent window
+ *     failed!", "Execute script failed!".
  */
 QUILLMATE_API const char* executescript(const char* parameters);
 
