@@ -80,6 +80,8 @@ bool Page::Go(int delta) {
   return true;
 }
 
+void Page::ForgetHistory() { parts_->session.Send("Page.resetNavigationHistory"); }
+
 void Page::Stop() { parts_->session.Send("Page.stopLoading"); }
 
 void Page::Close() {

@@ -75,10 +75,9 @@ void Tab::OnLoadStarted(const engine::FrameId& frame) { state_.Started(frame); }
 
 void Tab::OnNavigated(const engine::FrameId& frame, const std::string&, bool same_document) {
   if (!IsMain(frame)) return;
-  if (!same_document) {
-    title_.clear();
-    state_.DocumentCame(frame);
-  }
+  // The page began on an about:blank that nobody asked for: there is no way back to it.
+  if (!state_.has_document()) page().ForgetHistory();
+  if (!same_document) state_.DocumentCame(frame);
   frame_.OnTabChanged(*this);
 }
 
