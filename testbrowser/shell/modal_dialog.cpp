@@ -45,6 +45,10 @@ LRESULT ModalDialogWindow::DialogFrame::OnMessage(UINT message, WPARAM wparam, L
     case WM_CLOSE:
       dialog_.page().Close();
       return 0;
+    case WM_DESTROY:
+      // The opener's window may take this one with it.
+      dialog_.page().Close();
+      break;
     default:
       break;
   }
