@@ -26,6 +26,7 @@
     show('goods', euros(goods()));
     show('postage', chosen ? euros(postage[chosen]) : 'not chosen yet');
     element('wrapline').style.display = element('gift').checked ? 'flex' : 'none';
+    show('goesto', value('street') ? value('street') + ', ' + value('town') : value('town'));
     show('total', euros(total()));
   };
 
@@ -60,6 +61,7 @@
   }
 
   element('delivery').onchange = window.showSums;
+  element('order').onkeyup = window.showSums;
   element('gift').onclick = window.showSums;
   element('place').onclick = place;
   window.showSums();
