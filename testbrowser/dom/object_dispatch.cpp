@@ -37,6 +37,12 @@ std::vector<Argument> ScriptArguments(std::wstring_view name, WORD flags, const 
   return arguments;
 }
 
+// MSHTML lets a property be read as if it were a method; the type library's own invocation does not.
+WORD AsDeclared(const TypedMember& member, WORD flags) {
+  const bool is_property = (member.kinds & INVOKE_FUNC) == 0;
+  return is_property && flags == DISPATCH_METHOD ? DISPATCH_PROPERTYGET : flags;
+}
+
 }  // namespace
 
 HRESULT Object::GetTypeInfoCount(UINT* count) {
@@ -73,7 +79,7 @@ HRESULT Object::GetDispID(BSTR name, DWORD flags, DISPID* id) {
   *id = DISPID_UNKNOWN;
   const bool case_sensitive = (flags & fdexNameCaseInsensitive) == 0;
   for (const FacetType* type : Facets()) {
-    *id = FindTypedMember(*type, name, case_sensitive);
+    *id = FindTypedMember(*type, name);
     if (*id != DISPID_UNKNOWN) return S_OK;
   }
   const Reply reply = model_->Call(
@@ -123,8 +129,8 @@ HRESULT Object::Invoke(DISPID member, REFIID, LCID, WORD flags, DISPPARAMS* para
       found->second.info->GetNames(member, name.put(), 1, &count);
       return InvokeScript(name.view(), DISPATCH_PROPERTYGET, *parameters, result, exception);
     }
-    return found->second.info->Invoke(FacetFor(*type).Interface(), member, flags, parameters, result,
-                                      exception, bad_argument);
+    return found->second.info->Invoke(FacetFor(*type).Interface(), member, AsDeclared(found->second, flags),
+                                      parameters, result, exception, bad_argument);
   }
   return member == DISPID_VALUE ? InvokeScript({}, flags, *parameters, result, exception)
                                 : DISP_E_MEMBERNOTFOUND;

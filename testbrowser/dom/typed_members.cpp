@@ -1,8 +1,5 @@
 #include "dom/typed_members.h"
 
-#include <string_view>
-
-#include "com/bstr.h"
 #include "dom/type_libraries.h"
 
 namespace testbrowser::dom {
@@ -18,13 +15,6 @@ void AddMembers(ITypeInfo& info, std::map<DISPID, TypedMember>& members) {
   }
 }
 
-bool IsSpelled(ITypeInfo& info, DISPID member, BSTR name) {
-  quillmate::com::Bstr own;
-  UINT count = 0;
-  info.GetNames(member, own.put(), 1, &count);
-  return own.view() == std::wstring_view(name, SysStringLen(name));
-}
-
 }  // namespace
 
 const std::map<DISPID, TypedMember>& TypedMembers(const FacetType& type) {
@@ -37,12 +27,11 @@ const std::map<DISPID, TypedMember>& TypedMembers(const FacetType& type) {
   return members;
 }
 
-DISPID FindTypedMember(const FacetType& type, BSTR name, bool case_sensitive) {
+DISPID FindTypedMember(const FacetType& type, BSTR name) {
+  DISPID member = DISPID_UNKNOWN;
   for (const IID* id : type.ids) {
     ITypeInfo* info = TypeInfoOf(*id);
-    DISPID member = DISPID_UNKNOWN;
-    if (info == nullptr || FAILED(info->GetIDsOfNames(&name, 1, &member))) continue;
-    if (!case_sensitive || IsSpelled(*info, member, name)) return member;
+    if (info != nullptr && SUCCEEDED(info->GetIDsOfNames(&name, 1, &member))) return member;
   }
   return DISPID_UNKNOWN;
 }

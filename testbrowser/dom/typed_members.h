@@ -19,9 +19,9 @@ struct TypedMember {
 /// All members of a facet's interface and those it derives from.
 const std::map<DISPID, TypedMember>& TypedMembers(const FacetType& type);
 
-/// The number of a member by its name.
-/// @param case_sensitive whether the library's own spelling must be met.
+/// The number of a member by its name, in upper or lower case: the library keeps one spelling for all names
+/// that differ in case alone ("URL" is "url" there).
 /// @return DISPID_UNKNOWN when there is none.
-DISPID FindTypedMember(const FacetType& type, BSTR name, bool case_sensitive);
+DISPID FindTypedMember(const FacetType& type, BSTR name);
 
 }  // namespace testbrowser::dom

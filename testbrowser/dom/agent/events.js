@@ -28,3 +28,14 @@ defineValues('IDOMEvent', 'type', 'bubbles', 'cancelable', 'target', 'currentTar
 defineValues('IDOMEvent', 'defaultPrevented', 'isTrusted', 'cancelBubble', 'srcElement');
 defineValues('IHTMLEventObj', 'type', 'srcElement', 'keyCode', 'altKey', 'ctrlKey', 'shiftKey', 'x', 'y', 'clientX');
 defineValues('IHTMLEventObj', 'clientY', 'offsetX', 'offsetY', 'screenX', 'screenY', 'button', 'cancelBubble', 'returnValue');
+
+/** The handler properties (put_onclick and its like) of elements, documents and windows. */
+function handlerMember(target, method, handler) {
+  const [, kind, name] = /^(get|put)_(on\w+)$/.exec(method) || [];
+  if (!name) throw new ComError(E_NOTIMPL);
+  if (kind === 'get') return target[name] || null;
+  target[name] = handler === undefined ? null : handler;
+  return undefined;
+}
+const WITH_HANDLERS = 'Element Element2 Element3 Document2 Document3 Document4 Document7 Window2 Window3 SelectElement';
+for (const name of WITH_HANDLERS.split(' ')) defineRest(`IHTML${name}`, handlerMember);
