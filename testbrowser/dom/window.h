@@ -24,6 +24,7 @@ class Window : public Object {
   HRESULT GetScreenLeft(ResultPlace result);
   HRESULT GetScreenTop(ResultPlace result);
   HRESULT Focus(ResultPlace result);
+  HRESULT Close(ResultPlace result);
 
   ServicesOf services_{*this};
 };

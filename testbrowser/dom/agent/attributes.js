@@ -27,8 +27,11 @@ function propertyName(element, name, flags) {
 
 const isEventName = (name) => /^on[a-z]/i.test(name);
 
+const isMeasure = (element, name) => /^(width|height)$/.test(name) && /^\d+$/.test(element.getAttribute(name));
+
 function propertyValue(element, name) {
-  const value = element[name];
+  // A picture that is not loaded yet has the size that the page wrote.
+  const value = isMeasure(element, name) ? Number(element.getAttribute(name)) : element[name];
   if (name === 'maxLength' && value < 0) return 0x7fffffff;
   if (isEventName(name)) return value;
   if (name === 'href' || name === 'src') return value ? address(value) : textVariant('');

@@ -64,17 +64,15 @@ class CurrentStyle {
 const STYLE_NAMES = { styleFloat: 'cssFloat' };
 const stylePropertyOf = (method) => STYLE_NAMES[method.slice(4)] || method.slice(4);
 
-// MSHTML computes the display of none down to an element's own; both interfaces name properties alike.
 defineRest('IHTMLCurrentStyle', (style, method) => {
   const property = stylePropertyOf(method);
-  return textOrNull(style.read(property === 'cssFloat' ? 'float' : property));
+  return textVariant(style.read(property === 'cssFloat' ? 'float' : property));
 });
 
 function styleMember(style, method, value) {
-  if (!/^[gp]et_/.test(method) && !/^put_/.test(method)) throw new ComError(E_NOTIMPL);
   const property = stylePropertyOf(method);
-  if (!(property in style)) throw new ComError(E_NOTIMPL);
-  if (method.startsWith('get_')) return textOrNull(style[property]);
+  if (!/^(get|put)_/.test(method) || !(property in style)) throw new ComError(E_NOTIMPL);
+  if (method.startsWith('get_')) return textVariant(style[property]);
   style[property] = typeof value === 'number' ? `${value}px` : value;
   return undefined;
 }

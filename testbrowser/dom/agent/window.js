@@ -37,7 +37,6 @@ define('IHTMLWindow2', {
   navigate(self, url) {
     window.location.href = url;
   },
-  close: () => window.close(),
   focus: () => window.focus(),
   blur: () => window.blur(),
   scroll: (self, x, y) => window.scrollTo(x, y),
