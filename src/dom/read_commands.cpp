@@ -33,7 +33,7 @@ Result GetAttribute(const CommandParams& params) {
   if (!IsTextValue(name)) return Fail(messages::kInvalidParameter);
   const auto element = locate::FindElement(target);
   if (!element) return Fail(messages::kElementNotFound);
-  auto text = locate::ReadAttribute(element->Get(), name);
+  auto text = locate::ReadWrittenAttribute(element->Get(), name);
   return text ? Text(std::move(*text)) : Fail(messages::kGetAttributeFailed);
 }
 

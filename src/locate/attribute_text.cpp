@@ -1,4 +1,4 @@
-// Attributes over IHTMLElement::getAttribute.
+// Attributes over IHTMLElement::getAttribute, which below document mode 9 reads properties instead.
 #include "locate/attribute_text.h"
 
 #include "com/bstr.h"
@@ -6,16 +6,59 @@
 #include "com/variant.h"
 
 namespace quillmate::locate {
+namespace {
 
-std::optional<std::string> ReadAttribute(IHTMLElement* element, std::string_view name) {
+com::Variant Read(IHTMLElement* element, std::wstring_view name) {
   constexpr LONG kAsWritten = 2;
   com::Variant value;
-  const com::Bstr wide_name(com::FromAnsi(name));
-  if (FAILED(element->getAttribute(wide_name.get(), kAsWritten, value.put()))) return std::nullopt;
-  if (value.type() == VT_NULL || value.type() == VT_EMPTY) return std::nullopt;
+  element->getAttribute(com::Bstr(name).get(), kAsWritten, value.put());
+  return value;
+}
+
+bool IsNothing(const com::Variant& value) { return value.type() == VT_NULL || value.type() == VT_EMPTY; }
+
+/// The property behind an attribute whose name is a word of the script language; null for every other
+/// attribute.
+const wchar_t* PropertyBehind(std::wstring_view name) {
+  if (name == L"class") return L"className";
+  if (name == L"for") return L"htmlFor";
+  return nullptr;
+}
+
+std::optional<std::string> ToText(const com::Variant& value) {
+  com::Bstr css;
+  if (const auto style = value.As<IHTMLStyle>();
+      style != nullptr && SUCCEEDED(style->get_cssText(css.put()))) {
+    return com::ToAnsi(css.view());
+  }
   const auto text = value.ToText();
   if (!text) return std::nullopt;
   return com::ToAnsi(text->view());
+}
+
+bool IsWritten(IHTMLElement* element, std::wstring_view name) {
+  const auto attributes = com::Query<IHTMLElement5>(element);
+  VARIANT_BOOL written = VARIANT_FALSE;
+  return attributes != nullptr && SUCCEEDED(attributes->hasAttribute(com::Bstr(name).get(), &written)) &&
+         written != VARIANT_FALSE;
+}
+
+}  // namespace
+
+std::optional<std::string> ReadAttribute(IHTMLElement* element, std::string_view name) {
+  const std::wstring wide_name = com::FromAnsi(name);
+  com::Variant value = Read(element, wide_name);
+  const wchar_t* property = PropertyBehind(wide_name);
+  // Only below document mode 8 does the property answer to its own name here.
+  if (IsNothing(value) && property != nullptr) value = Read(element, property);
+  if (IsNothing(value)) return std::nullopt;
+  return ToText(value);
+}
+
+std::optional<std::string> ReadWrittenAttribute(IHTMLElement* element, std::string_view name) {
+  auto text = ReadAttribute(element, name);
+  if (!text || !IsWritten(element, com::FromAnsi(name))) return std::nullopt;
+  return text;
 }
 
 }  // namespace quillmate::locate

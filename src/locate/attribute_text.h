@@ -9,9 +9,14 @@
 
 namespace quillmate::locate {
 
-/// Reads an attribute as it is written in the page.
+/// Reads an attribute as far as one call tells: in old document modes a property that the page does not set
+/// reads as its default.
 /// @param name the attribute's name in the ANSI code page.
-/// @return its text in the ANSI code page; nothing when the element has no such attribute or cannot be asked.
+/// @return its text as written in the page, in the ANSI code page; nothing when there is no such attribute.
 std::optional<std::string> ReadAttribute(IHTMLElement* element, std::string_view name);
+
+/// Reads an attribute that the page sets.
+/// @return its text as above; nothing when the page does not set it, in every document mode.
+std::optional<std::string> ReadWrittenAttribute(IHTMLElement* element, std::string_view name);
 
 }  // namespace quillmate::locate

@@ -4,12 +4,19 @@
 #include <exdisp.h>
 #include <servprov.h>
 #include <shlguid.h>
+#include <shlwapi.h>
+#include <wininet.h>
+#include <charconv>
+#include <climits>
 #include <string>
+#include <utility>
 
 #include "api/patterns.h"
 #include "com/bstr.h"
 #include "com/encoding.h"
 #include "com/variant.h"
+#include "locate/attribute_text.h"
+#include "locate/collection_matches.h"
 #include "locate/locator_syntax.h"
 #include "session/current_target.h"
 
@@ -51,9 +58,10 @@ ComPtr<IHTMLDocument2> RelativeDocument(IHTMLDocument2* document, bool top) {
   return DocumentOf(other.Get());
 }
 
-ComPtr<IHTMLDocument2> FrameAt(IHTMLDocument2* document, const std::string& position) {
+ComPtr<IHTMLDocument2> FrameAt(IHTMLDocument2* document, std::string_view position) {
   ComPtr<IHTMLFramesCollection2> frames;
-  const long number = std::strtol(position.c_str(), nullptr, 10);
+  LONG number = LONG_MAX;  // for a number that is too long to be one
+  std::from_chars(position.data(), position.data() + position.size(), number);
   if (FAILED(document->get_frames(&frames)) || frames == nullptr) return {};
   com::Variant frame;
   com::Variant index = com::Variant::Int(number);
@@ -62,58 +70,59 @@ ComPtr<IHTMLDocument2> FrameAt(IHTMLDocument2* document, const std::string& posi
   return DocumentOf(frame.As<IHTMLWindow2>().Get());
 }
 
-/// One property of a frame's element by which a locator names it.
-enum class FrameKey { kId, kName, kSource };
+/// What a locator names a frame by, and which one.
+struct FrameName {
+  enum class Key { kId, kName, kSource };
+  Key key;
+  std::string wanted;
+  /// The address that sources are relative to.
+  com::Bstr base;
+};
 
-bool AttributeIs(IHTMLElement* element, LONG flags, const std::string& wanted) {
-  com::Variant value;
-  const com::Bstr name(L"src");
-  return SUCCEEDED(element->getAttribute(name.get(), flags, value.put())) && value.type() == VT_BSTR &&
-         com::ToAnsi(value.ToText()->view()) == wanted;
+std::string Resolve(const com::Bstr& base, const std::string& address) {
+  wchar_t resolved[INTERNET_MAX_URL_LENGTH] = L"";
+  DWORD length = INTERNET_MAX_URL_LENGTH;
+  const std::wstring relative = com::FromAnsi(address);
+  if (base.empty() || FAILED(UrlCombineW(base.get(), relative.c_str(), resolved, &length, 0))) return {};
+  return com::ToAnsi(resolved);
 }
 
-bool SourceIs(IHTMLElement* element, const std::string& wanted) {
-  constexpr LONG kAsWritten = 2;
-  constexpr LONG kResolved = 4;
-  return AttributeIs(element, kAsWritten, wanted) || AttributeIs(element, kResolved, wanted);
+/// The attribute as written is compared first, the address that it stands for second.
+bool SourceIs(IHTMLElement* element, const FrameName& name) {
+  const auto source = ReadAttribute(element, "src");
+  return source && (*source == name.wanted || Resolve(name.base, *source) == name.wanted);
 }
 
-bool NamesFrame(FrameKey key, const std::string& wanted, IHTMLElement* element) {
-  if (key == FrameKey::kSource) return SourceIs(element, wanted);
+bool IsNamed(IHTMLElement* element, const FrameName& name) {
+  if (name.key == FrameName::Key::kSource) return SourceIs(element, name);
   com::Bstr actual;
-  if (key == FrameKey::kId) {
-    return SUCCEEDED(element->get_id(actual.put())) && com::ToAnsi(actual.view()) == wanted;
+  if (name.key == FrameName::Key::kId) {
+    return SUCCEEDED(element->get_id(actual.put())) && com::ToAnsi(actual.view()) == name.wanted;
   }
   const auto frame = com::Query<IHTMLFrameBase>(element);
-  return frame != nullptr && SUCCEEDED(frame->get_name(actual.put())) && com::ToAnsi(actual.view()) == wanted;
+  return frame != nullptr && SUCCEEDED(frame->get_name(actual.put())) &&
+         com::ToAnsi(actual.view()) == name.wanted;
 }
 
-ComPtr<IHTMLDocument2> FrameAmong(IHTMLDocument3* document, const wchar_t* tag, FrameKey key,
-                                  const std::string& wanted) {
+ComPtr<IHTMLDocument2> FrameAmong(IHTMLDocument3* document, const wchar_t* tag, const FrameName& name) {
   ComPtr<IHTMLElementCollection> elements;
-  LONG count = 0;
-  const com::Bstr name(tag);
-  if (FAILED(document->getElementsByTagName(name.get(), &elements)) || elements == nullptr ||
-      FAILED(elements->get_length(&count))) {
-    return {};
-  }
-  for (LONG i = 0; i < count; ++i) {
-    ComPtr<IDispatch> item;
-    if (FAILED(elements->item(com::Variant::Int(i).get(), com::Variant::Int(0).get(), &item))) continue;
-    const auto element = com::Query<IHTMLElement>(item);
-    if (element != nullptr && NamesFrame(key, wanted, element.Get())) return GetFrameContent(element.Get());
+  if (FAILED(document->getElementsByTagName(com::Bstr(tag).get(), &elements))) return {};
+  CollectionMatches frames(std::move(elements), EveryItem{});
+  while (const auto element = frames.Next()) {
+    if (IsNamed(element.Get(), name)) return GetFrameContent(element.Get());
   }
   return {};
 }
 
-/// The frame's element leads to its window, which two windows' positions would not do safely: scripts add
-/// frames.
-ComPtr<IHTMLDocument2> FrameBy(IHTMLDocument2* document, FrameKey key, const std::string& wanted) {
+/// The frame's element leads to its window; its position among the elements would not, once scripts have
+/// added frames.
+ComPtr<IHTMLDocument2> FrameBy(IHTMLDocument2* document, FrameName::Key key, std::string_view wanted) {
   const auto searchable = com::Query<IHTMLDocument3>(document);
   if (searchable == nullptr) return {};
-  // A page has either frames or inline frames.
+  FrameName name{key, std::string(wanted), {}};
+  if (key == FrameName::Key::kSource) document->get_URL(name.base.put());
   for (const wchar_t* tag : {L"iframe", L"frame"}) {
-    if (auto found = FrameAmong(searchable.Get(), tag, key, wanted)) return found;
+    if (auto found = FrameAmong(searchable.Get(), tag, name)) return found;
   }
   return {};
 }
@@ -121,11 +130,11 @@ ComPtr<IHTMLDocument2> FrameBy(IHTMLDocument2* document, FrameKey key, const std
 ComPtr<IHTMLDocument2> FrameLookup(IHTMLDocument2* document, std::string_view locator) {
   if (locator == "relative=parent") return RelativeDocument(document, false);
   if (locator == "relative=top") return RelativeDocument(document, true);
-  const std::string value(ValueOf(locator));
+  const std::string_view value = ValueOf(locator);
   if (api::Matches(api::Pattern::kIndex, locator)) return FrameAt(document, value);
-  if (locator.starts_with("id=")) return FrameBy(document, FrameKey::kId, value);
-  if (locator.starts_with("name=")) return FrameBy(document, FrameKey::kName, value);
-  if (locator.starts_with("src=")) return FrameBy(document, FrameKey::kSource, value);
+  if (locator.starts_with("id=")) return FrameBy(document, FrameName::Key::kId, value);
+  if (locator.starts_with("name=")) return FrameBy(document, FrameName::Key::kName, value);
+  if (locator.starts_with("src=")) return FrameBy(document, FrameName::Key::kSource, value);
   return {};
 }
 
