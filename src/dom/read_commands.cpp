@@ -40,13 +40,15 @@ Result GetAttribute(const CommandParams& params) {
 Result ExecuteScript(const CommandParams& params) {
   std::string script = params.Get("value");
   if (!IsTextValue(script)) return Fail(messages::kInvalidParameter);
-  const auto document = locate::GetFrameDocument();
+  auto document = locate::GetFrameDocument();
   if (document == nullptr) return Fail(messages::kFrameNotFound);
   ComPtr<IHTMLWindow2> window;
   if (FAILED(document->get_parentWindow(&window)) || window == nullptr) {
     return Fail(messages::kGetParentWindowFailed);
   }
-  return RunScriptOnWorker(window, std::move(script));
+  // Given back while the page still answers.
+  document.Reset();
+  return RunScriptOnWorker(std::move(window), std::move(script));
 }
 
 Result PageSource(const CommandParams&) {

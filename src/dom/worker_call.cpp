@@ -9,6 +9,7 @@
 #include <memory>
 #include <thread>
 #include <utility>
+#include <vector>
 
 #include "api/messages.h"
 #include "com/apartment.h"
@@ -35,6 +36,10 @@ struct Work {
   ComPtr<IStream> stream;
   std::promise<ResultMessage> promise;
   std::int32_t token = kNobodyWaits;
+  /// Set when the worker is through: its page answers again, or is gone.
+  std::shared_ptr<std::atomic<bool>> ended = std::make_shared<std::atomic<bool>>(false);
+
+  ~Work() { *ended = true; }
 
   bool IsAwaited() const { return token == call_token; }
 };
@@ -70,6 +75,23 @@ void RunWorker(std::unique_ptr<Work> work, const Call& call) {
   }
 }
 
+/// Objects of calls that did not come back in time. To release one is a call too, which a page that runs an
+/// endless script would never answer, so each waits for its worker's end.
+struct Parked {
+  ComPtr<IUnknown> object;
+  std::shared_ptr<std::atomic<bool>> worker_ended;
+};
+
+std::vector<Parked>& ParkedObjects() {
+  // Never destroyed: the library is unloaded under the loader lock, where such a release hangs.
+  static std::vector<Parked>& parked = *new std::vector<Parked>;
+  return parked;
+}
+
+void ReleaseParkedObjects() {
+  std::erase_if(ParkedObjects(), [](const Parked& parked) { return parked.worker_ended->load(); });
+}
+
 /// A worker may outlive the host's use of the library, so from the first one on the library stays loaded.
 void KeepLibraryLoaded() {
   HMODULE library = nullptr;
@@ -79,7 +101,8 @@ void KeepLibraryLoaded() {
 
 /// Runs a call on an object on a thread and in an apartment of its own, and waits for it for one second.
 template <class T, class Call>
-Result RunOnWorker(const ComPtr<T>& object, Call call) {
+Result RunOnWorker(ComPtr<T> object, Call call) {
+  ReleaseParkedObjects();
   if (!locate::IsTargetUsable()) return Fail(messages::kElementNotFound);
   auto work = std::make_unique<Work>();
   // Without a stream the worker has no object, and answers so.
@@ -87,11 +110,13 @@ Result RunOnWorker(const ComPtr<T>& object, Call call) {
   work->token = static_cast<std::int32_t>(std::time(nullptr));
   call_token = work->token;
   auto answer = work->promise.get_future();
+  const auto ended = work->ended;
   KeepLibraryLoaded();
   std::thread(RunWorker<T, Call>, std::move(work), std::move(call)).detach();
 
   if (answer.wait_for(kWait) != std::future_status::ready) {
     call_token = kNobodyWaits;
+    ParkedObjects().push_back({std::move(object), ended});
     // Told as a success, on purpose: the page has had the call and shows a dialog that the host can now
     // answer.
     return Number(true, 0);
@@ -106,20 +131,20 @@ ResultMessage ClickElement(IHTMLElement* element) {
 
 }  // namespace
 
-Result RunElementClickOnWorker(const ComPtr<IHTMLElement>& element) {
-  return RunOnWorker(element, ClickElement);
+Result RunElementClickOnWorker(ComPtr<IHTMLElement> element) {
+  return RunOnWorker(std::move(element), ClickElement);
 }
 
-Result RunScriptOnWorker(const ComPtr<IHTMLWindow2>& window, std::string script) {
-  return RunOnWorker(window, [script = std::move(script)](IHTMLWindow2* page) {
+Result RunScriptOnWorker(ComPtr<IHTMLWindow2> window, std::string script) {
+  return RunOnWorker(std::move(window), [script = std::move(script)](IHTMLWindow2* page) {
     auto value = EvaluateScript(page, script);
     return value ? ResultMessage{true, std::move(*value)}
                  : ResultMessage{false, messages::kExecuteScriptFailed};
   });
 }
 
-void RunChangeEventOnWorker(const ComPtr<IHTMLElement>& element) {
-  RunOnWorker(element, [](IHTMLElement* changed) {
+void RunChangeEventOnWorker(ComPtr<IHTMLElement> element) {
+  RunOnWorker(std::move(element), [](IHTMLElement* changed) {
     RaiseChange(changed);
     return ResultMessage{true, {}};
   });

@@ -29,6 +29,11 @@ void KeepReference(std::unique_ptr<WindowHolder> holder) {
   if (!kept) State().earlier.push_back(std::move(holder));
 }
 
+/// Lets go of a surface that answers. To release one that hangs would hang too, so it is kept.
+void LetGo(std::unique_ptr<WindowHolder> holder) {
+  if (holder != nullptr && !holder->Answers()) KeepReference(std::move(holder));
+}
+
 }  // namespace
 
 CurrentTarget* Current() { return State().current.get(); }
@@ -45,6 +50,7 @@ void SelectTarget(std::unique_ptr<WindowHolder> holder) {
 }
 
 void ReplaceTarget(std::unique_ptr<WindowHolder> holder) {
+  ClearTarget();
   auto record = std::make_unique<CurrentTarget>();
   record->holder = std::move(holder);
   State().current = std::move(record);
@@ -54,6 +60,8 @@ void EnsureTarget() {
   if (State().current == nullptr) ReplaceTarget(nullptr);
 }
 
-void ClearTarget() { State().current.reset(); }
+void ClearTarget() {
+  if (const auto record = std::move(State().current)) LetGo(std::move(record->holder));
+}
 
 }  // namespace quillmate::session

@@ -42,13 +42,13 @@ class WindowHolder {
   /// is none.
   virtual IUnknown* Surface() const { return nullptr; }
 
- protected:
-  /// @param answering the window whose thread answers for the surface; null when it is not known.
-  explicit WindowHolder(HWND answering) : answering_(answering) {}
-
   /// Whether the surface's thread takes messages, so that a call to it will come back: one message there and
   /// back. A window that is gone counts as answering, for calls to what was behind it fail at once.
   bool Answers() const;
+
+ protected:
+  /// @param answering the window whose thread answers for the surface; null when it is not known.
+  explicit WindowHolder(HWND answering) : answering_(answering) {}
 
  private:
   HWND answering_ = nullptr;
