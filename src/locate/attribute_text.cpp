@@ -36,11 +36,17 @@ std::optional<std::string> ToText(const com::Variant& value) {
   return com::ToAnsi(text->view());
 }
 
+/// Below document mode 8 every attribute that the element could have has a node, and those not set say so.
 bool IsWritten(IHTMLElement* element, std::wstring_view name) {
-  const auto attributes = com::Query<IHTMLElement5>(element);
-  VARIANT_BOOL written = VARIANT_FALSE;
-  return attributes != nullptr && SUCCEEDED(attributes->hasAttribute(com::Bstr(name).get(), &written)) &&
-         written != VARIANT_FALSE;
+  const auto attributes = com::Query<IHTMLElement4>(element);
+  com::ComPtr<IHTMLDOMAttribute> node;
+  if (attributes == nullptr || FAILED(attributes->getAttributeNode(com::Bstr(name).get(), &node)) ||
+      node == nullptr) {
+    return false;
+  }
+  VARIANT_BOOL specified = VARIANT_TRUE;
+  node->get_specified(&specified);
+  return specified != VARIANT_FALSE;
 }
 
 }  // namespace
