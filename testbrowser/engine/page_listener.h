@@ -27,10 +27,6 @@ struct BoxAnswer {
   std::string text;  ///< UTF-8; what an accepted prompt gives
 };
 
-// The older names of these two; MessageBox is a macro of windows.h, so they go as soon as nobody uses them.
-using MessageBox = ScriptBox;
-using MessageBoxAnswer = BoxAnswer;
-
 struct ModalDialog {
   std::shared_ptr<Page> page;  ///< loads the dialog's address already; its opener waits until it is closed
   std::string features;        ///< showModalDialog's third argument as written
