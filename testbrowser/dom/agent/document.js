@@ -16,11 +16,12 @@ function elementById(id) {
 // Elements of tags that HTML does not know have no name for MSHTML.
 const isInvented = (element) => element instanceof HTMLUnknownElement;
 
+/** By name in either case, and before mode 10 by id too. */
 function elementsByName(name) {
-  if (documentMode() >= 10) return liveCollection(() => document.getElementsByName(name));
   const wanted = name.toLowerCase();
-  const matches = (element) =>
-    element.id.toLowerCase() === wanted || (!isInvented(element) && nameOf(element).toLowerCase() === wanted);
+  const hasName = (element) => !isInvented(element) && nameOf(element).toLowerCase() === wanted;
+  const hasId = (element) => documentMode() < 10 && element.id.toLowerCase() === wanted;
+  const matches = (element) => hasName(element) || hasId(element);
   return liveCollection(() => Array.from(document.querySelectorAll('[id], [name]')).filter(matches));
 }
 

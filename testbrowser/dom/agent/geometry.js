@@ -92,7 +92,10 @@ for (const side of ['Left', 'Top', 'Width', 'Height']) {
 // Modes 5 and 7 draw a frame of two pixels around the page, inside the root element: everything lies two pixels further
 // right and down, for the pointer as for getBoundingClientRect. It is drawn without a colour.
 const frameSheet = new CSSStyleSheet();
-frameSheet.replaceSync('html { border: 2px solid transparent !important; }');
+// What is placed absolutely must hang in the frame as well, and the root still has to fill the window.
+frameSheet.replaceSync(`html {
+  border: 2px solid transparent !important; position: relative; box-sizing: border-box; min-height: 100vh;
+}`);
 
 function drawFrame() {
   const sheets = document.adoptedStyleSheets.filter((sheet) => sheet !== frameSheet);
