@@ -1,0 +1,82 @@
+// Facts about Internet Explorer's objects, asked of a browser over COM from another process. A fact is one
+// row: where it is known from, the document modes that it holds in, the question, and the answer as text.
+#pragma once
+
+#include <windows.h>
+#include <exdisp.h>
+#include <mshtml.h>
+#include <span>
+#include <stdexcept>
+#include <string>
+
+#include "com/bstr.h"
+#include "com/com_ptr.h"
+#include "com/variant.h"
+
+namespace quillmate::test {
+
+using com::Bstr;
+using com::ComPtr;
+using com::Variant;
+
+/// Document modes as a set.
+enum Modes : unsigned {
+  k5 = 1,
+  k7 = 2,
+  k8 = 4,
+  k9 = 8,
+  k10 = 16,
+  k11 = 32,
+  kAll = 63,
+  kTo7 = k5 | k7,
+  kTo8 = kTo7 | k8,
+  kFrom8 = kAll & ~kTo7,
+  kFrom9 = kAll & ~kTo8,
+};
+
+/// The page that is asked: the browser's document in one document mode.
+struct Page {
+  ComPtr<IHTMLDocument2> document;
+  ComPtr<IWebBrowser2> browser;
+  HWND server = nullptr;
+
+  /// The document by another of its interfaces. Throws when it has none.
+  template <class T>
+  ComPtr<T> As() const {
+    return Demand(com::Query<T>(document));
+  }
+  ComPtr<IHTMLElement> Element(const wchar_t* id) const;
+  template <class T>
+  ComPtr<T> Element(const wchar_t* id) const {
+    return Demand(com::Query<T>(Element(id)));
+  }
+  template <class T>
+  static ComPtr<T> Demand(ComPtr<T> object) {
+    if (object == nullptr) throw std::runtime_error("no such object or interface");
+    return object;
+  }
+};
+
+struct Fact {
+  const char* source;
+  unsigned modes;
+  std::string (*ask)(const Page&);
+  const char* answer;
+};
+
+std::span<const Fact> DocumentFacts();
+std::span<const Fact> CollectionFacts();
+std::span<const Fact> ElementFacts();
+std::span<const Fact> ControlFacts();
+std::span<const Fact> FrameAndWindowFacts();
+std::span<const Fact> BrowserFacts();
+
+// Answers as text: "S_OK" is left out before a value, "NULL" is a null text or object, 'text' a text,
+// <TAG#id> an element, [..] a collection.
+std::string Answer(HRESULT result);
+std::string Answer(HRESULT result, const Bstr& text);
+std::string Answer(HRESULT result, LONG number);
+std::string Answer(HRESULT result, const Variant& value);
+std::string Answer(HRESULT result, IUnknown* object);
+
+}  // namespace quillmate::test
