@@ -1,0 +1,185 @@
+// Finding elements, walking frames, reading, clicking and running scripts on one page, and what is left when
+// the page hangs or its browser is killed.
+#include <gtest/gtest.h>
+#include <memory>
+
+#include "support/browser.h"
+#include "support/library.h"
+#include "support/page_server.h"
+
+namespace quillmate::test {
+namespace {
+
+constexpr char kBody[] =
+    "<title>Page</title><p id=p class='x y' style='color:red'>Hello</p>"
+    "<a name=q href='a.html?b=c' title='one, two'>one</a><a name=q title='x'>two</a>"
+    "<div class=list><span>s1</span><span>s2</span></div><div class=list><span>s3</span></div>"
+    "<input id=i disabled value=5 maxlength=7>"
+    "<button id=b onclick=\"document.title='clicked'\">B</button>"
+    "<button id=al onclick=\"alert('hi');document.title='after'\">A</button>"
+    "<iframe id=f1 name=n1 src='/frame.html'></iframe>";
+
+class Page : public ::testing::Test {
+ protected:
+  static void SetUpTestSuite() {
+    server = std::make_unique<PageServer>();
+    foreign_server = std::make_unique<PageServer>();
+    frame = server->Page("/frame.html", "<p id=p>inside</p><iframe name=deep src='/deep.html'></iframe>");
+    server->Page("/deep.html", "<p id=p>deep</p>");
+    const auto foreign = foreign_server->Page("/foreign.html", "<p id=p>foreign</p>");
+    const auto body = std::string(kBody) + "<iframe id=f2 src='" + foreign + "'></iframe>";
+    standard = server->Page("/standard.html", "<!doctype html>" + body, "Set-Cookie: k=v\r\n");
+    quirks = server->Page("/quirks.html", body);
+    browser = std::make_unique<Browser>(standard);
+  }
+  static void TearDownTestSuite() {
+    browser.reset();
+    server.reset();
+    foreign_server.reset();
+  }
+  void SetUp() override {
+    ASSERT_EQ(Call("selectwindowuntop", {{"target", "index=0"}, {"tab-status", "loading"}}), Succeeded());
+    ASSERT_EQ(Call("open", {{"target", standard}, {"resize-max", "False"}}), Succeeded());
+  }
+
+  static inline std::unique_ptr<PageServer> server;
+  static inline std::unique_ptr<PageServer> foreign_server;
+  static inline std::unique_ptr<Browser> browser;
+  static inline std::string frame;
+  static inline std::string standard;
+  static inline std::string quirks;
+};
+
+/// Commands wait one second for a script; a loaded machine may need longer for one that does nothing.
+Envelope Evaluate(const char* script) {
+  Envelope answer = StillRunning();
+  for (int tries = 0; tries < 5 && answer == StillRunning(); ++tries) {
+    answer = Call("executescript", {{"value", script}});
+  }
+  return answer;
+}
+
+TEST_F(Page, LocatorsFindTheirFirstElementOrSayWhereTheyFailed) {
+  const struct {
+    const char* target;
+    Envelope answer;
+  } rows[] = {
+      {"id='p'", Answered("Hello")},
+      {"\"id=p\"", Failed("Parameter verification failed! The element location mechanism not support.")},
+      {"id='p", Failed("Element not found!")},
+      {"name=q", Answered("one")},
+      {"name=q[2]", Answered("two")},
+      {"name=q[0]", Failed("Element not found!")},
+      {"name=q[@title='x']", Answered("two")},
+      {"class=y", Answered("Hello")},
+      {"xpath=//*[@id='p']", Answered("Hello")},
+      {"xpath=//*[@class='list'][2]",
+       Failed("Find element failed in 1's Xpath node [ //*[@class='list'][2] ]!")},
+      {"xpath=//div[2]/span", Answered("s3")},
+      {"xpath=//div/span[2]", Answered("s2")},
+      {"xpath=//span[text()='s3']/..", Answered("s3")},
+      {"xpath=//span[text()='s2']/./../span[1]", Answered("s1")},
+      {"xpath=//a[contains(@title,'e, t')]", Answered("one")},
+      {"xpath=//a[starts-with(text(), 'tw')]", Answered("two")},
+      {"xpath=//a[contains(@href,'b=c')]",
+       Failed("Find element failed in 1's Xpath node [ //a[contains(@href,'b=c')] ]!")},
+      {"xpath=/html/body/nope", Failed("Find element failed in 3's Xpath node [ /nope[] ]!")},
+      {"xpath=/html/nope/p", Failed("Find element failed in 2's Xpath node [ /nope[] ]!")},
+      {"xpath=", Failed("Element not found!")},
+  };
+  for (const auto& row : rows) EXPECT_EQ(Call("gettext", {{"target", row.target}}), row.answer) << row.target;
+}
+
+TEST_F(Page, AttributesReadAsWrittenInOldModesAndNew) {
+  const struct {
+    const char* target;
+    const char* name;
+    Envelope answer;
+  } rows[] = {
+      {"id=p", "class", Answered("x y")},
+      {"id=p", "style", Answered("color:red")},
+      {"name=q", "href", Answered("a.html?b=c")},
+      {"id=i", "disabled", Answered("")},
+      {"id=i", "maxlength", Answered("7")},
+      {"id=p", "title", Failed("Get attribute failed!")},
+      {"id=i", "type", Failed("Get attribute failed!")},
+      {"id=i", "checked", Failed("Get attribute failed!")},
+  };
+  for (const std::string& page : {standard, quirks}) {
+    ASSERT_EQ(Call("open", {{"target", page}, {"resize-max", "False"}}), Succeeded());
+    for (const auto& row : rows) {
+      EXPECT_EQ(Call("getattribute", {{"target", row.target}, {"value", row.name}}), row.answer)
+          << page << ' ' << row.name;
+    }
+  }
+}
+
+TEST_F(Page, FramesAreWalkedRelativeToTheOneSelected) {
+  const auto text = [] { return Call("gettext", {{"target", "id=p"}}); };
+  for (const std::string& target : {std::string("index=0"), std::string("id='f1'"), std::string("name=n1"),
+                                    std::string("src=/frame.html"), "src=" + frame}) {
+    ASSERT_EQ(Call("selectframe", {{"target", target}}), Succeeded()) << target;
+    EXPECT_EQ(text(), Answered("inside")) << target;
+    ASSERT_EQ(Call("selectframe", {{"target", "relative=top"}}), Succeeded());
+  }
+  Call("selectframe", {{"target", "name=n1"}});
+  EXPECT_EQ(Call("selectframe", {{"target", "name=deep"}}), Succeeded());
+  EXPECT_EQ(text(), Answered("deep"));
+  EXPECT_EQ(Call("selectframe", {{"target", "relative=parent"}}), Succeeded());
+  EXPECT_EQ(text(), Answered("inside"));
+  EXPECT_EQ(Call("selectframe", {{"target", "name=none"}}), Failed("Can't find frame by name=none"));
+  EXPECT_EQ(text(), Answered("inside"));
+}
+
+TEST_F(Page, AFrameOfAnotherSiteIsReachedThroughItsBrowser) {
+  ASSERT_EQ(Call("selectframe", {{"target", "id=f2"}}), Succeeded());
+  EXPECT_EQ(Call("gettext", {{"target", "id=p"}}), Answered("foreign"));
+}
+
+TEST_F(Page, ScriptsAnswerTheirValuesText) {
+  const struct {
+    const char* script;
+    Envelope answer;
+  } rows[] = {
+      {"1+1", Answered("2")},
+      {"'a'+'b'", Answered("ab")},
+      {"null", Answered("")},
+      {"undefined", Answered("")},
+      {"1==1", Answered("true")},
+      {"1==2", Answered("false")},
+      {"1.5", Answered("1.5")},
+      {"''", Answered("")},
+      {"throw 1", Failed("Execute script failed!")},
+      {"no syntax (", Failed("Execute script failed!")},
+  };
+  for (const auto& row : rows) EXPECT_EQ(Evaluate(row.script), row.answer) << row.script;
+}
+
+TEST_F(Page, CookiesAreATextOfTheStructuredGroup) { EXPECT_EQ(Call("getcookie"), Answered("k=v")); }
+
+TEST_F(Page, AClickThatOpensABoxIsToldAsRunning) {
+  EXPECT_EQ(Call("click", {{"target", "id=b"}}), Answered(""));
+  EXPECT_EQ(Evaluate("document.title"), Answered("clicked"));
+  EXPECT_EQ(Call("click", {{"target", "id=al"}}), StillRunning());
+  EXPECT_EQ(Call("gettext", {{"target", "id=p"}}), Answered("Hello"));
+  EXPECT_EQ(Call("assertalert"), Succeeded());
+  EXPECT_EQ(Evaluate("document.title"), Answered("after"));
+}
+
+// Last, for it ends the browser: every answer comes within a few seconds, whatever the page does.
+TEST_F(Page, ZAHungPageAndAKilledBrowserFailInBoundedTime) {
+  const ULONGLONG begin = GetTickCount64();
+  EXPECT_EQ(Call("executescript", {{"value", "for(;;);"}}), StillRunning());
+  EXPECT_EQ(Call("gettext", {{"target", "id=p"}}), Failed("Element not found!"));
+  EXPECT_EQ(Call("refresh"), Failed("Refresh Fail!"));
+  browser->Kill();
+  EXPECT_EQ(Call("gettext", {{"target", "id=p"}}), Failed("Element not found!"));
+  EXPECT_EQ(Call("currenturl"), Failed("Frame not found!"));
+  EXPECT_LT(GetTickCount64() - begin, 15000u);
+  const Browser next(quirks);
+  EXPECT_EQ(Call("selectwindowuntop", {{"target", "title=Page"}, {"tab-status", "loading"}}), Succeeded());
+  EXPECT_EQ(Call("gettext", {{"target", "id=p"}}), Answered("Hello"));
+}
+
+}  // namespace
+}  // namespace quillmate::test
