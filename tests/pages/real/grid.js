@@ -15,7 +15,7 @@
       { field: 'id', title: 'No.', width: 80, fixed: fixed ? 'left' : undefined },
       { field: 'name', title: 'Name', width: 300 },
       { field: 'town', title: 'Town', width: 300 },
-      { field: 'amount', title: 'Amount', width: 300, sort: true, fixed: fixed ? 'right' : undefined }
+      { field: 'amount', title: 'Amount', width: 300, sort: !fixed, fixed: fixed ? 'right' : undefined }
     ]];
   }
 
