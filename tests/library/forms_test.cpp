@@ -1,0 +1,175 @@
+// The commands that fill in forms: by value and by keys, what the page sees of it, and what stays pressed.
+#include <windows.h>
+
+#include "support/page_test.h"
+
+namespace quillmate::test {
+namespace {
+
+class Forms : public PageTest {
+ protected:
+  void TearDown() override {
+    for (const int key : {VK_CONTROL, VK_SHIFT, int{'A'}, int{'X'}}) {
+      if (IsKeyDown(key)) keybd_event(static_cast<BYTE>(key), 0, KEYEVENTF_KEYUP, 0);
+    }
+  }
+  static bool IsKeyDown(int key) { return (GetAsyncKeyState(key) & 0x8000) != 0; }
+  static std::string ValueOf(const std::string& id) {
+    return Script("document.getElementById('" + id + "').value");
+  }
+};
+
+/// A layout for each of the two document modes: standards, and the one before it in which values are
+/// attributes.
+const std::string kModes[] = {"<!doctype html>", ""};
+const std::string kForm =
+    "<meta charset=utf-8>" + kRecorder +
+    "<input id=name value=old><textarea id=note>old\nnote</textarea><div id=plain>text</div>"
+    "<div id=rich contenteditable=true>rich</div>";
+
+TEST_F(Forms, TypingReplacesWhatAFieldHolds) {
+  for (const std::string& mode : kModes) {
+    Show(mode + kForm);
+    for (const char* field : {"name", "note"}) {
+      SCOPED_TRACE(mode + field);
+      const std::string locator = std::string("id=") + field;
+      EXPECT_EQ(Call("type_m", {{"target", locator}, {"value", "Grüße & \"mehr\""}}), Succeeded());
+      EXPECT_EQ(ValueOf(field),
+                "Gr\xFC\xDF"
+                "e & \"mehr\"");
+      EXPECT_EQ(Call("fasttype", {{"target", locator}, {"value", "two"}}), Succeeded());
+      EXPECT_EQ(ValueOf(field), "two");
+      EXPECT_EQ(Call("append", {{"target", locator}, {"value", " three"}}), Succeeded());
+      EXPECT_EQ(ValueOf(field), "two three");
+      EXPECT_EQ(Call("clear", {{"target", locator}}), Succeeded());
+      EXPECT_EQ(ValueOf(field), "");
+      EXPECT_EQ(Call("sendkeystoelement", {{"target", locator}, {"value", "four"}}), Succeeded());
+      EXPECT_EQ(ValueOf(field), "four");
+    }
+  }
+}
+
+TEST_F(Forms, TypingEmptiesTheFieldByKeysFirst) {
+  Show(kModes[0] + kForm);
+  ASSERT_EQ(Call("type_m", {{"target", "id=name"}, {"value", "new"}}), Succeeded());
+  std::string keys;
+  for (const PageEvent& event : OfType(EventsUntil("keyup"), "keydown")) {
+    EXPECT_TRUE(event.trusted);
+    EXPECT_EQ(event.target, "name");
+    keys += event.key + " ";
+  }
+  EXPECT_EQ(keys, "Control a Control Delete " == keys ? keys : "Control a Delete ");
+}
+
+TEST_F(Forms, TextGoesIntoAnEditableElementAndTheAttributeOfAnyOther) {
+  Show(kModes[0] + kForm);
+  EXPECT_EQ(Call("sendkeystoelement", {{"target", "id=rich"}, {"value", "written"}}), Succeeded());
+  EXPECT_EQ(Call("gettext", {{"target", "id=rich"}}), Answered("written"));
+  EXPECT_EQ(Call("sendkeystoelement", {{"target", "id=plain"}, {"value", "kept"}}), Succeeded());
+  EXPECT_EQ(Call("gettext", {{"target", "id=plain"}}), Answered("text"));
+  EXPECT_EQ(Call("getattribute", {{"target", "id=plain"}, {"value", "value"}}), Answered("kept"));
+}
+
+const std::string kLists =
+    kRecorder +
+    "<select id=one><option id=a value=1>First</option><option value=2> Second \n choice </option>"
+    "<optgroup label=more><option id=c value=3>Third</option></optgroup></select>"
+    "<select id=many multiple><option value=x selected>X</option><option value=y>Y</option>"
+    "</select><p id=text>no list</p>";
+
+TEST_F(Forms, ChoosesOptionsAndTellsThePageOfRealChangesOnly) {
+  const struct {
+    const char* command;
+    const char* target;
+    const char* option;
+    const char* chosen;
+    const char* events;
+  } rows[] = {
+      {"select_m", "id=one", "value=3", "3", "change"},
+      {"select_m", "id=one", "value=3", "3", ""},
+      {"select_m", "id=one", "label=Second choice", "2", "change"},
+      {"select_m", "id=one", "index=0", "1", "change"},
+      {"select_m", "id=c", "value=2", "2", "change"},
+      {"select_m", "id=a", "index=2", "3", "change"},
+      {"select_m", "id=many", "label=Y", "x,y", "change"},
+      {"deselect", "id=many", "value=x", "y", "change"},
+      {"deselect", "id=many", "value=x", "y", ""},
+  };
+  for (const std::string& mode : kModes) {
+    Show(mode + kLists);
+    for (const auto& row : rows) {
+      SCOPED_TRACE(mode + row.command + " " + row.option);
+      Script("seen = []; 0");
+      EXPECT_EQ(Call(row.command, {{"target", row.target}, {"value", row.option}}), Succeeded());
+      const std::string list =
+          std::string(row.chosen).find_first_of("xy") == std::string::npos ? "one" : "many";
+      EXPECT_EQ(
+          Script(
+              "var o = document.getElementById('" + list +
+              "').options, s = []; for (var i = 0; i < o.length; ++i) if (o[i].selected) s.push(o[i].value);"
+              "s.join()"),
+          row.chosen);
+      EXPECT_EQ(TypesOf(Events()), row.events);
+    }
+  }
+}
+
+TEST_F(Forms, ChangeHandlerWithABoxDoesNotHoldTheHost) {
+  Show(kModes[0] + kLists +
+       "<script>document.getElementById('one').onchange = function () { alert('sure?') }</script>");
+  EXPECT_EQ(Call("select_m", {{"target", "id=one"}, {"value", "value=2"}}), Succeeded());
+  EXPECT_EQ(Call("assertalert"), Succeeded());
+  EXPECT_EQ(ValueOf("one"), "2");
+}
+
+TEST_F(Forms, AnswersEveryCheckWithItsMessage) {
+  const std::string locator = "Parameter verification failed! The element location mechanism not support.";
+  const std::string option =
+      "Parameter verification failed! The value of the option should be index=number or value/label=%s.";
+  const std::string too_long(65536, 'x');
+  Show(kModes[0] + kLists);
+  const struct {
+    const char* command;
+    Parameters parameters;
+    std::string message;
+  } rows[] = {
+      {"select_m", {{"target", "one"}, {"value", "x"}}, locator},
+      {"select_m", {{"target", "id=none"}, {"value", "x"}}, option},
+      {"select_m", {{"target", "id=none"}, {"value", "index=0"}}, "Element not found!"},
+      {"select_m", {{"target", "id=text"}, {"value", "index=0"}}, "Not dropdown menu element!"},
+      {"select_m", {{"target", "id=one"}, {"value", "index=9"}}, "Target option not found!"},
+      {"select_m", {{"target", "id=one"}, {"value", "label=second choice"}}, "Target option not found!"},
+      {"deselect", {{"target", "id=none"}, {"value", "x"}}, "Element not found!"},
+      {"deselect", {{"target", "id=one"}, {"value", "x"}}, option},
+      {"type_m", {{"target", "id=none"}, {"value", too_long}}, "Parameter verification failed!"},
+      {"append", {{"target", "id=none"}, {"value", "x"}}, "Element not found!"},
+      {"clear", {{"target", "id=none"}}, "Element not found!"},
+      {"sendkeystoelement", {{"target", "none"}}, locator},
+      {"sendkeys", {{"target", "id=text"}, {"value", too_long}}, "Parameter verification failed!"},
+      {"sendkeys", {{"target", "id=none"}, {"value", "a"}}, "Element not found!"},
+  };
+  for (const auto& row : rows)
+    EXPECT_EQ(Call(row.command, row.parameters), Failed(row.message)) << row.command;
+}
+
+TEST_F(Forms, KeysArriveAsAChordInTheFocusedElement) {
+  Show(kModes[0] + kForm);
+  ASSERT_EQ(Call("sendkeys", {{"target", "id=name"}, {"value", "{shift}a"}}), Succeeded());
+  std::string strokes;
+  for (const PageEvent& event : EventsUntil("keyup")) {
+    if (event.type.starts_with("key")) strokes += event.type + ":" + event.key + " ";
+  }
+  EXPECT_TRUE(strokes.starts_with("keydown:Shift keydown:A keyup:")) << strokes;
+  EXPECT_EQ(Call("sendkeys", {{"target", "id=name"}, {"value", ""}}), Succeeded());
+}
+
+TEST_F(Forms, KeysBeforeAnUnknownNameStayDown) {
+  Show(kModes[0] + kForm);
+  EXPECT_EQ(Call("sendkeys", {{"target", "id=name"}, {"value", "{shift}x{nosuchkey}"}}),
+            Failed("Send keys failed!"));
+  EXPECT_TRUE(IsKeyDown(VK_SHIFT));
+  EXPECT_TRUE(IsKeyDown('X'));
+}
+
+}  // namespace
+}  // namespace quillmate::test

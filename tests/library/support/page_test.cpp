@@ -1,0 +1,128 @@
+// The shared browser and the recorder.
+#include "support/page_test.h"
+
+#include <cJSON.h>
+#include <windows.h>
+
+namespace quillmate::test {
+namespace {
+
+struct JsonDeleter {
+  void operator()(cJSON* item) const { cJSON_Delete(item); }
+};
+using JsonPtr = std::unique_ptr<cJSON, JsonDeleter>;
+
+struct Desk {
+  PageServer server;
+  std::unique_ptr<Browser> browser;
+  int pages = 0;
+};
+std::unique_ptr<Desk> desk;
+
+std::string StringMember(const cJSON* object, const char* name) {
+  const cJSON* member = cJSON_GetObjectItemCaseSensitive(object, name);
+  return cJSON_IsString(member) ? member->valuestring : "";
+}
+
+int IntMember(const cJSON* object, const char* name) {
+  const cJSON* member = cJSON_GetObjectItemCaseSensitive(object, name);
+  return cJSON_IsNumber(member) ? member->valueint : 0;
+}
+
+PageEvent ParseEvent(const cJSON* item) {
+  return {StringMember(item, "type"), StringMember(item, "target"),
+          IntMember(item, "x"),       IntMember(item, "y"),
+          IntMember(item, "button"),  cJSON_IsTrue(cJSON_GetObjectItemCaseSensitive(item, "trusted")) != 0,
+          StringMember(item, "key")};
+}
+
+}  // namespace
+
+const std::string kRecorder = R"(<script>
+window.seen = [];
+function record(event) {
+  var target = event.target;
+  seen.push({type: event.type, target: target.id || target.tagName || '', x: event.clientX | 0, y: event.clientY | 0,
+             button: event.button | 0, trusted: event.isTrusted === true, key: event.key || ''});
+}
+('mousedown mouseup click dblclick contextmenu mousemove dragstart dragover drop dragend ' +
+ 'keydown keyup input change focus').split(' ').forEach(function (type) {
+  window.addEventListener(type, record, true);
+});
+</script>)";
+
+void PageTest::SetUpTestSuite() {
+  desk = std::make_unique<Desk>();
+  RestartBrowser();
+}
+
+void PageTest::TearDownTestSuite() { desk.reset(); }
+
+std::string PageTest::Serve(const std::string& path, const std::string& html) {
+  return desk->server.Page(path, html);
+}
+
+void PageTest::Show(const std::string& html) {
+  const std::string url = Serve("/page" + std::to_string(++desk->pages), html);
+  // A new page in the same tab keeps the frame that was selected in the old one.
+  ASSERT_EQ(Call("selectframe", {{"target", "relative=top"}}), Succeeded());
+  ASSERT_EQ(Call("open", {{"target", url}}), Succeeded());
+}
+
+std::string PageTest::Script(const std::string& script) {
+  // On a busy machine a script may take longer than the command waits for it.
+  Envelope answer = StillRunning();
+  for (int round = 0; round < 10 && answer == StillRunning(); ++round) {
+    answer = Call("executescript", {{"value", script}});
+  }
+  return TextOf(answer);
+}
+
+std::vector<PageEvent> PageTest::Events() {
+  const JsonPtr array(cJSON_Parse(Script("JSON.stringify(seen)").c_str()));
+  std::vector<PageEvent> events;
+  const cJSON* item = nullptr;
+  cJSON_ArrayForEach(item, array.get()) events.push_back(ParseEvent(item));
+  return events;
+}
+
+std::vector<PageEvent> PageTest::EventsUntil(const std::string& type) {
+  for (int round = 0;; ++round) {
+    auto events = Events();
+    if (round == 60 || !OfType(events, type).empty()) return events;
+    Sleep(50);
+  }
+}
+
+std::string PageTest::TextOf(const Envelope& envelope) {
+  const JsonPtr text(cJSON_Parse(envelope.result.c_str()));
+  return cJSON_IsString(text.get()) ? text->valuestring : "";
+}
+
+Browser& PageTest::TheBrowser() { return *desk->browser; }
+
+void PageTest::RestartBrowser() {
+  desk->browser.reset();
+  const std::string url = Serve("/start", "<!doctype html><title>start</title>");
+  desk->browser = std::make_unique<Browser>(url);
+  ASSERT_EQ(Call("selectwindow", {{"target", "url=" + url}}), Succeeded());
+}
+
+std::vector<PageEvent> OfType(const std::vector<PageEvent>& events, const std::string& type) {
+  std::vector<PageEvent> result;
+  for (const PageEvent& event : events) {
+    if (event.type == type) result.push_back(event);
+  }
+  return result;
+}
+
+std::string TypesOf(const std::vector<PageEvent>& events) {
+  std::string types;
+  for (const PageEvent& event : events) {
+    if (event.type == "mousemove" || event.type == "dragover" || event.type == "focus") continue;
+    types += (types.empty() ? "" : " ") + event.type;
+  }
+  return types;
+}
+
+}  // namespace quillmate::test
