@@ -66,13 +66,15 @@ int ServeBrowser(const CommandLine& line) {
   Application application(KindOf(line));
   const UINT_PTR unused =
       SetTimer(nullptr, 0, kUnusedLife, [](HWND, UINT, UINT_PTR, DWORD) { PostQuitMessage(0); });
+  std::shared_ptr<engine::Page> page;
   const ClassObject browsers(
       CLSID_InternetExplorer, ClassObject::Use::kOneObject, [&](REFIID iid, void** out) {
         KillTimer(nullptr, unused);
-        auto page = application.OpenPage();
         if (page == nullptr) return E_FAIL;
         return application.OpenFrame(std::move(page), SW_HIDE).Browser()->QueryInterface(iid, out);
       });
+  // Chromium comes up while the client's side still looks for this server.
+  page = application.OpenPage();
   application.Run();
   return 0;
 }

@@ -104,7 +104,9 @@ void ServerWindow::OnMouse(engine::MouseInput input) {
 bool ServerWindow::OnKey(UINT message, WPARAM wparam, LPARAM lparam) {
   if (IsCloseKey(message, wparam) && GetKeyState(VK_CONTROL) >= 0) return false;
   const engine::KeyInput key = ToKeyInput(hwnd(), message, wparam, lparam);
-  if (!key.down || !owner_.HandleShortcut(key)) page_->Key(key);
+  // The release of a key goes where its press went.
+  if (key.down) kept_keys_[key.virtual_key & 0xFF] = owner_.HandleShortcut(key);
+  if (!kept_keys_[key.virtual_key & 0xFF]) page_->Key(key);
   return true;
 }
 

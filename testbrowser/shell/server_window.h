@@ -2,6 +2,7 @@
 // hands out the page's document.
 #pragma once
 
+#include <bitset>
 #include <memory>
 
 #include "engine/page.h"
@@ -40,7 +41,8 @@ class ServerWindow : public Window {
   std::shared_ptr<engine::Page> page_;
   Owner& owner_;
   int clicks_of_press_ = 1;
-  RECT reported_{};  ///< screen origin in the first two, size in the others
+  std::bitset<256> kept_keys_;  ///< by virtual key: whether its last press was the browser's
+  RECT reported_{};             ///< screen origin in the first two, size in the others
   bool was_shown_ = false;
 };
 
