@@ -1,5 +1,7 @@
 #include "shell/tab.h"
 
+#include <utility>
+
 #include "com/encoding.h"
 #include "shell/frame.h"
 #include "shell/web_browser.h"
@@ -75,8 +77,6 @@ void Tab::OnLoadStarted(const engine::FrameId& frame) { state_.Started(frame); }
 
 void Tab::OnNavigated(const engine::FrameId& frame, const std::string&, bool same_document) {
   if (!IsMain(frame)) return;
-  // The page began on an about:blank that nobody asked for: there is no way back to it.
-  if (!state_.has_document()) page().ForgetHistory();
   if (!same_document) state_.DocumentCame(frame);
   frame_.OnTabChanged(*this);
 }
@@ -85,7 +85,12 @@ void Tab::OnDocumentReady(const engine::FrameId& frame) {
   if (IsMain(frame)) state_.DocumentParsed();
 }
 
-void Tab::OnLoadFinished(const engine::FrameId& frame) { state_.Finished(frame, IsMain(frame)); }
+void Tab::OnLoadFinished(const engine::FrameId& frame) {
+  state_.Finished(frame, IsMain(frame));
+  // The page began on an about:blank that nobody asked for: there is no way back to it. Not forgotten before
+  // now, because a document shows before Chromium has it in the history.
+  if (IsMain(frame) && state_.has_document() && !std::exchange(has_history_, true)) page().ForgetHistory();
+}
 
 void Tab::OnTitleChanged(const std::string& title) {
   title_ = FromUtf8(title);
