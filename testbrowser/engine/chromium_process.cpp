@@ -18,13 +18,15 @@ constexpr wchar_t kLauncher[] =
     L"3<&0 4>&0 </dev/null >/dev/null 2>&1; "
     L"rm -rf $profile";
 
-// Site isolation off keeps frames of other origins in their page's own session (script access stays denied,
-// as in Internet Explorer). Throttling off: every tab counts as shown.
+// Site isolation off keeps frames of other origins, and sandboxed ones, in their page's own session (script
+// access stays denied, as in Internet Explorer). Throttling off: every tab counts as shown. Input counts from
+// the first moment, not from the first picture on: a press that comes sooner would be dropped.
 constexpr wchar_t kFlags[] =
     L"--headless=new --remote-debugging-pipe --no-sandbox --disable-gpu --disable-quic --no-first-run "
     L"--disable-background-networking --disable-component-update --disable-sync --disable-default-apps "
     L"--disable-extensions --disable-popup-blocking --allow-file-access-from-files "
-    L"--disable-site-isolation-trials --disable-features=IsolateOrigins,site-per-process,Translate "
+    L"--disable-site-isolation-trials --disable-features=IsolateOrigins,site-per-process,"
+    L"IsolateSandboxedIframes,Translate --allow-pre-commit-input "
     L"--disable-background-timer-throttling --disable-backgrounding-occluded-windows "
     L"--disable-renderer-backgrounding --disable-hang-monitor --password-store=basic "
     L"--no-startup-window";
