@@ -9,14 +9,14 @@ namespace {
 
 // Run by sh with the socket as standard input. Chromium wants its messages on descriptors 3 and 4, in
 // blocking mode (Wine leaves sockets non-blocking; the flag belongs to the socket, so another process may
-// clear it).
+// clear it). What else was inherited is let go: somebody may wait for the end of a pipe among it.
 constexpr wchar_t kLauncher[] =
-    L"PATH=/usr/bin:/bin; "
-    L"LC_ALL=C perl -MFcntl -e 'fcntl(STDIN, F_SETFL, fcntl(STDIN, F_GETFL, 0) & ~O_NONBLOCK)'; "
-    L"profile=$(mktemp -d); "
-    L"HOME=$profile /usr/lib/chromium/chromium --user-data-dir=$profile \"$@\" "
-    L"3<&0 4>&0 </dev/null >/dev/null 2>&1; "
-    L"rm -rf $profile";
+    L"exec >/dev/null 2>&1; export PATH=/usr/bin:/bin; "
+    L"exec perl -MFcntl -e 'fcntl(STDIN, F_SETFL, fcntl(STDIN, F_GETFL, 0) & ~O_NONBLOCK); "
+    L"require POSIX; POSIX::close($_) for 3..255; exec @ARGV' "
+    L"sh -c 'profile=$(mktemp -d); "
+    L"HOME=$profile /usr/lib/chromium/chromium --user-data-dir=$profile \"$@\" 3<&0 4>&0 </dev/null; "
+    L"rm -rf $profile' sh \"$@\"";
 
 // Site isolation off keeps frames of other origins, and sandboxed ones, in their page's own session (script
 // access stays denied, as in Internet Explorer). Throttling off: every tab counts as shown. Input counts from

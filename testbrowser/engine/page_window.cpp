@@ -16,6 +16,8 @@ void Page::SetViewport(int width, int height, int screen_x, int screen_y) {
                            .Add("screenWidth", GetSystemMetrics(SM_CXSCREEN))
                            .Add("screenHeight", GetSystemMetrics(SM_CYSCREEN))
                            .Take());
+  // A page that draws nothing new at its new size would send no picture of it.
+  parts_->screencast.Renew();
 }
 
 void Page::SetPainting(bool wanted) {

@@ -14,6 +14,12 @@ void Screencast::Stop() {
   decoder_.reset();
 }
 
+void Screencast::Renew() {
+  if (decoder_ == nullptr) return;
+  session_.Send("Page.stopScreencast");
+  session_.Send("Page.startScreencast", JsonObject().Add("format", "png").Take());
+}
+
 void Screencast::AddFrame(const cJSON* params) {
   // Answered at once: Chromium stops after two frames without an answer, and a frame dropped here is an older
   // one.

@@ -17,6 +17,8 @@ class Screencast {
 
   void Start();
   void Stop();
+  /// Asks for a picture of the page as it is now.
+  void Renew();
   /// A frame came; parameters of Page.screencastFrame.
   void AddFrame(const cJSON* params);
   std::shared_ptr<const Picture> Latest() const { return latest_; }
