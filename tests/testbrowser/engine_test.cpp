@@ -38,6 +38,7 @@ TEST_F(EngineTest, AFrameThatIsLeftGivesAnErrorAndAnEngineGoesOn) {
 
 TEST_F(EngineTest, FramesAndTheirElementsFindEachOther) {
   Show("<p></p><iframe id=a></iframe><iframe id=b sandbox srcdoc='x'></iframe>");
+  Await([&] { return page_->ChildFrames(page_->MainFrame()).size() == 2; });
   const auto children = page_->ChildFrames(page_->MainFrame());
   ASSERT_EQ(children.size(), 2U);
   for (const auto& child : children) {
