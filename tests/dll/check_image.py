@@ -8,7 +8,7 @@ import sys
 
 # Parts of Windows itself; a host copies one file.
 WINDOWS_DLLS = {"advapi32.dll", "gdi32.dll", "gdiplus.dll", "kernel32.dll", "msvcrt.dll", "ole32.dll", "oleacc.dll",
-                "oleaut32.dll", "user32.dll"}
+                "oleaut32.dll", "shlwapi.dll", "user32.dll"}
 HIGH_ENTROPY_VA, DYNAMIC_BASE, NX_COMPAT = 0x20, 0x40, 0x100
 
 
