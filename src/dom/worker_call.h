@@ -11,12 +11,6 @@
 
 namespace quillmate::dom {
 
-/// What a worker hands back: the call's value, or why it failed, in the ANSI code page.
-struct ResultMessage {
-  bool success = false;
-  std::string text;
-};
-
 /// Clicks an element on a worker thread.
 /// @param element moved in, so that the caller is left with nothing to release on a page that hangs.
 /// @return text "" when the click came back in time; success with number 0 when it did not, which is how a

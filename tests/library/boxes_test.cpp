@@ -160,6 +160,15 @@ TEST_F(Boxes, OfTwoOnlyTheFirstIsAnswered) {
   EXPECT_EQ(above.presses() + below.presses(), 1);
 }
 
+TEST_F(Boxes, ABoxOfAFocusHandlerHoldsNoCommandUp) {
+  Show("<!doctype html><input id=f value=old onfocus=\"if (!window.asked) { asked = 1; alert('in') }\">");
+  EXPECT_EQ(Call("type_m", {{"target", "id=f"}, {"value", "new"}}), Failed("Send keys failed!"));
+  EXPECT_EQ(Script("document.getElementById('f').value"), "old");
+  EXPECT_EQ(Call("assertalert"), Succeeded());
+  EXPECT_EQ(Call("type_m", {{"target", "id=f"}, {"value", "new"}}), Succeeded());
+  EXPECT_EQ(Script("document.getElementById('f').value"), "new");
+}
+
 /// Under code page 936 the buttons have their Chinese captions; the program is then run a second time for
 /// these.
 TEST_F(Boxes, ChineseCaptionsAreKnownInTheirCodePage) {
