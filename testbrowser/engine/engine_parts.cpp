@@ -45,8 +45,11 @@ EngineParts::OpenedPage* EngineParts::Create() {
 }
 
 void EngineParts::StartBlank(PageParts& page) {
-  page.session.Send("Runtime.runIfWaitingForDebugger");
-  connection->WaitUntil([&] { return page.blank_loaded || page.closed; }, kCreateLimit);
+  // The blank document loads while Chromium still works through what the page was told before. A navigation
+  // from there would overtake it, and the document would do without our scripts.
+  const auto set_up = std::make_shared<bool>(false);
+  page.session.Send("Runtime.runIfWaitingForDebugger", nullptr, [set_up](const Reply&) { *set_up = true; });
+  connection->WaitUntil([&] { return (page.blank_loaded && *set_up) || page.closed; }, kCreateLimit);
 }
 
 std::shared_ptr<Page> EngineParts::OpenPage(PageListener* listener) {
