@@ -26,7 +26,7 @@ constexpr wchar_t kFlags[] =
     L"--disable-background-networking --disable-component-update --disable-sync --disable-default-apps "
     L"--disable-extensions --disable-popup-blocking --allow-file-access-from-files "
     L"--disable-site-isolation-trials --disable-features=IsolateOrigins,site-per-process,"
-    L"IsolateSandboxedIframes,Translate --allow-pre-commit-input "
+    L"IsolateSandboxedIframes,Translate,BackForwardCache --allow-pre-commit-input "
     L"--disable-background-timer-throttling --disable-backgrounding-occluded-windows "
     L"--disable-renderer-backgrounding --disable-hang-monitor --password-store=basic "
     L"--no-startup-window";

@@ -50,6 +50,9 @@ void EngineParts::StartBlank(PageParts& page) {
   const auto set_up = std::make_shared<bool>(false);
   page.session.Send("Runtime.runIfWaitingForDebugger", nullptr, [set_up](const Reply&) { *set_up = true; });
   connection->WaitUntil([&] { return (page.blank_loaded && *set_up) || page.closed; }, kCreateLimit);
+  if (const Reply history = page.session.Request("Page.getNavigationHistory")) {
+    page.unasked_entry = MemberNumber(cJSON_GetArrayItem(Member(history->get(), "entries"), 0), "id");
+  }
 }
 
 std::shared_ptr<Page> EngineParts::OpenPage(PageListener* listener) {

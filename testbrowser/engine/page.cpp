@@ -56,6 +56,7 @@ bool Page::ShowsErrorPage(const FrameId& id) const {
 void Page::Navigate(std::string_view url) { NavigateFrame(MainFrame(), url); }
 
 void Page::NavigateFrame(const FrameId& frame, std::string_view url) {
+  if (frame == MainFrame() && url == "about:blank") parts_->unasked_entry.reset();
   parts_->session.Send(
       "Page.navigate", JsonObject().Add("url", ToEngineAddress(url)).Add("frameId", frame).Take(),
       [this, frame, asked = std::string(url)](Reply reply) {
@@ -75,12 +76,11 @@ bool Page::Go(int delta) {
   const int index = static_cast<int>(MemberNumber(history->get(), "currentIndex")) + delta;
   const cJSON* entry = index >= 0 ? cJSON_GetArrayItem(Member(history->get(), "entries"), index) : nullptr;
   if (entry == nullptr) return false;
-  parts_->session.Send("Page.navigateToHistoryEntry",
-                       JsonObject().Add("entryId", MemberNumber(entry, "id")).Take());
+  const double id = MemberNumber(entry, "id");
+  if (id == parts_->unasked_entry) return false;
+  parts_->session.Send("Page.navigateToHistoryEntry", JsonObject().Add("entryId", id).Take());
   return true;
 }
-
-void Page::ForgetHistory() { parts_->session.Send("Page.resetNavigationHistory"); }
 
 void Page::Stop() { parts_->session.Send("Page.stopLoading"); }
 

@@ -82,8 +82,6 @@ class Page {
   /// Steps through the history. Waits only for the list of it.
   /// @return false when there is no such entry.
   bool Go(int delta);
-  /// Makes the document that is shown the first of the history.
-  void ForgetHistory();
   void Stop();
   /// Closes the page, without asking it. The listener hears OnClosed before this returns.
   void Close();

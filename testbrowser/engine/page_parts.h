@@ -3,6 +3,7 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -38,6 +39,9 @@ struct PageParts {
   std::string title;
   bool blank_loaded = false;  ///< a navigation asked for before that is lost
   bool closed = false;
+  /// The history's entry of the about:blank that every page begins on: there is no way back to it, unless it
+  /// was asked for.
+  std::optional<double> unasked_entry;
 
   /// Of a modal dialog's page: who waits for its return value.
   std::function<void(JsonPtr)> on_dialog_finished;

@@ -85,12 +85,7 @@ void Tab::OnDocumentReady(const engine::FrameId& frame) {
   if (IsMain(frame)) state_.DocumentParsed();
 }
 
-void Tab::OnLoadFinished(const engine::FrameId& frame) {
-  state_.Finished(frame, IsMain(frame));
-  // The page began on an about:blank that nobody asked for: there is no way back to it. Not forgotten before
-  // now, because a document shows before Chromium has it in the history.
-  if (IsMain(frame) && state_.has_document() && !std::exchange(has_history_, true)) page().ForgetHistory();
-}
+void Tab::OnLoadFinished(const engine::FrameId& frame) { state_.Finished(frame, IsMain(frame)); }
 
 void Tab::OnTitleChanged(const std::string& title) {
   title_ = FromUtf8(title);

@@ -60,7 +60,6 @@ class Tab : public PageHost {
   shell::Frame& frame_;
   std::array<std::unique_ptr<NestingWindow>, 3> chain_;
   LoadState state_;
-  bool has_history_ = false;  ///< of its own: without what came before its first document
   std::wstring title_;
   quillmate::com::ComPtr<WebBrowser> browser_;
 };

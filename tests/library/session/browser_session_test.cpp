@@ -1,6 +1,8 @@
 // Windows, tabs and browsers through the commands that choose, open, navigate and close them.
 #include <gtest/gtest.h>
 #include <memory>
+#include <thread>
+#include <utility>
 
 #include "support/browser.h"
 #include "support/library.h"
@@ -13,14 +15,18 @@ class BrowserSession : public ::testing::Test {
  protected:
   static void SetUpTestSuite() {
     server = std::make_unique<PageServer>();
-    first = server->Page("/first.html", "<!doctype html><title>First</title><p id=p>one</p>");
+    first = server->Page("/first.html",
+                         "<!doctype html><title>First</title><p id=p>one</p><button id=b "
+                         "onclick=\"this.innerText = 'clicked'\">b</button>");
     second = server->Page("/second.html", "<!doctype html><title>Second page</title><p id=p>two</p>");
+    third = server->Page("/third.html", "<!doctype html><title>Third</title><p id=p>three</p>");
   }
   static void TearDownTestSuite() { server.reset(); }
 
   static inline std::unique_ptr<PageServer> server;
   static inline std::string first;
   static inline std::string second;
+  static inline std::string third;
 };
 
 Envelope Select(const std::string& target) {
@@ -35,7 +41,7 @@ TEST_F(BrowserSession, EachFormOfLocatorFindsTheTabAndNothingElse) {
     EXPECT_EQ(Select(target), Succeeded()) << target;
   }
   for (const std::string& target :
-       {std::string("index=40"), std::string("title=Firs"), std::string("title=first"), "url=" + first + "#x",
+       {std::string("index=1"), std::string("title=Firs"), std::string("title=first"), "url=" + first + "#x",
         std::string("xpath=//p[text()='two']")}) {
     EXPECT_EQ(Select(target), Failed("Browser not found!")) << target;
   }
@@ -61,6 +67,165 @@ TEST_F(BrowserSession, ANewTabBecomesCurrent) {
   EXPECT_EQ(Call("gettext", {{"target", "id=p"}}), Answered("two"));
   EXPECT_EQ(Call("close"), Succeeded());
   EXPECT_EQ(Select("title=First"), Succeeded());
+}
+
+std::string TitleOf(HWND window) {
+  char text[200] = "";
+  GetWindowTextA(window, text, sizeof text);
+  return text;
+}
+
+/// Whether something comes true within five seconds.
+template <class Condition>
+bool Eventually(Condition condition) {
+  for (int round = 0; round < 100; ++round) {
+    if (condition()) return true;
+    Sleep(50);
+  }
+  return false;
+}
+
+TEST_F(BrowserSession, HostedTabsAreCountedActivatedAndClosed) {
+  const Browser browser(first, Shell::kHosted);
+  ASSERT_EQ(Select("title=First"), Succeeded());
+  for (const std::string& url : {second, third}) {
+    ASSERT_EQ(Call("open", {{"target", url}, {"by", "_blank"}, {"resize-max", "False"}}), Succeeded());
+    EXPECT_EQ(Call("currenturl"), Answered(url));
+  }
+  // The active tab is the first in Z order, and a number counts every tab of the frame.
+  EXPECT_EQ(Select("index=0"), Succeeded());
+  EXPECT_EQ(Call("currenturl"), Answered(third));
+  EXPECT_EQ(Select("index=2"), Succeeded());
+  EXPECT_EQ(Select("index=3"), Failed("Browser not found!"));
+
+  EXPECT_EQ(Call("selectwindow", {{"target", "title=First"}}), Succeeded());
+  EXPECT_EQ(TitleOf(browser.Frame()).substr(0, 5), "First");
+  EXPECT_EQ(Call("gettext", {{"target", "id=p"}}), Answered("one"));
+  EXPECT_EQ(Call("click", {{"target", "id=b"}, {"manual-click", "True"}}), Succeeded());
+  EXPECT_TRUE(Eventually([] { return Call("gettext", {{"target", "id=b"}}) == Answered("clicked"); }));
+
+  // Closed by its shortcut, and no target afterwards.
+  EXPECT_EQ(Call("close"), Succeeded());
+  EXPECT_EQ(Call("currenturl"), Failed("Browser not found!"));
+  EXPECT_TRUE(Eventually([] { return Select("title=First") == Failed("Browser not found!"); }));
+  EXPECT_EQ(Select("title=Second page"), Succeeded());
+  EXPECT_EQ(Call("close", {{"option", "others"}}), Succeeded());
+  EXPECT_EQ(Call("refresh"), Failed("Refresh Fail!"));
+  EXPECT_TRUE(Eventually([] { return Select("title=Third") == Failed("Browser not found!"); }));
+  EXPECT_EQ(Select("title=Second page"), Succeeded());
+  EXPECT_EQ(Call("quit"), Succeeded());
+  EXPECT_TRUE(Eventually([&] { return browser.Frame() == nullptr; }));
+  EXPECT_EQ(Call("forward"), Failed("Frame not found!"));
+}
+
+TEST_F(BrowserSession, EachKindOfFrameNavigatesItsHistoryAndTakesASize) {
+  for (const Shell shell : {Shell::kClassic, Shell::kHosted}) {
+    SCOPED_TRACE(shell == Shell::kHosted ? "hosted" : "classic");
+    const Browser browser(first, shell);
+    ASSERT_EQ(Select("title=First"), Succeeded());
+    EXPECT_EQ(Call("back"), Failed("Go back Fail!"));
+    EXPECT_EQ(Call("open", {{"target", second}, {"resize-max", "False"}}), Succeeded());
+    EXPECT_EQ(Call("back"), Succeeded());
+    EXPECT_TRUE(Eventually([] { return Call("currenturl") == Answered(first); }));
+    EXPECT_EQ(Call("forward"), Succeeded());
+    EXPECT_TRUE(Eventually([] { return Call("currenturl") == Answered(second); }));
+    ASSERT_EQ(Select("title=Second page"), Succeeded());
+    EXPECT_EQ(Call("executescript", {{"value", "document.title = 'scripted'"}}), Answered("scripted"));
+    EXPECT_EQ(Call("refresh"), Succeeded());
+    EXPECT_TRUE(Eventually([] { return Select("title=Second page") == Succeeded(); }));
+
+    EXPECT_EQ(Call("selectwindowsize", {{"target", "700,500"}}), Succeeded());
+    RECT rect = {};
+    GetWindowRect(browser.Frame(), &rect);
+    EXPECT_EQ(std::pair(rect.right - rect.left, rect.bottom - rect.top), std::pair(700L, 500L));
+    EXPECT_EQ(Call("selectwindowsize", {{"target", "90000,500"}}), Failed("Select window size Fail!"));
+    EXPECT_EQ(Call("selectwindowsize", {{"target", "max"}}), Succeeded());
+    EXPECT_NE(IsZoomed(browser.Frame()), FALSE);
+  }
+}
+
+// A dialog that opens a dialog: each is a surface of its own, and its opener goes on when it closes.
+TEST_F(BrowserSession, ModalDialogsAreSurfacesOneOnTopOfTheOther) {
+  server->Page("/inner",
+               "<!doctype html><title>Inner</title><button id=end onclick=\"returnValue = 'deep';"
+               "window.close()\">end</button>");
+  server->Page("/outer",
+               "<!doctype html><title>Outer</title><input id=given><button id=more onclick=\""
+               "given.value = showModalDialog('/inner')\">more</button>"
+               "<button id=end onclick=\"returnValue = document.getElementById('given').value;"
+               "window.close()\">end</button>");
+  const Browser browser(
+      server->Page("/opener",
+                   "<!doctype html><title>Opener</title><p id=p></p><button id=open onclick=\""
+                   "p.innerText = showModalDialog('/outer')\">open</button>"));
+  ASSERT_EQ(Select("title=Opener"), Succeeded());
+  EXPECT_EQ(Call("click", {{"target", "id=open"}}), StillRunning());
+  ASSERT_TRUE(Eventually([] { return Select("title=Outer") == Succeeded(); }));
+  EXPECT_EQ(Call("selectwindow", {{"target", "xpath=//input[@id='given']"}}), Succeeded());
+  for (const auto& [command, message] :
+       {std::pair("back", "Go back Fail!"), std::pair("forward", "Go forward Fail!"),
+        std::pair("refresh", "Refresh Fail!")}) {
+    EXPECT_EQ(Call(command), Failed(message));
+  }
+  EXPECT_EQ(Call("type_m", {{"target", "id=given"}, {"value", "typed"}}), Succeeded());
+  EXPECT_EQ(Call("click", {{"target", "id=more"}}), StillRunning());
+  ASSERT_TRUE(Eventually([] { return Select("title=Inner") == Succeeded(); }));
+  EXPECT_EQ(Call("click", {{"target", "id=end"}}).success, true);
+  EXPECT_TRUE(Eventually([] { return Select("title=Inner") == Failed("Browser not found!"); }));
+  ASSERT_EQ(Select("title=Outer"), Succeeded());
+  EXPECT_TRUE(Eventually([] {
+    return Call("executescript", {{"value", "document.getElementById('given').value"}}) == Answered("deep");
+  }));
+  EXPECT_EQ(Call("click", {{"target", "id=end"}}).success, true);
+  EXPECT_TRUE(Eventually([] {
+    return Select("title=Opener") == Succeeded() && Call("gettext", {{"target", "id=p"}}) == Answered("deep");
+  }));
+
+  // A dialog is closed as a window too, and answers nothing then.
+  EXPECT_EQ(Call("click", {{"target", "id=open"}}), StillRunning());
+  ASSERT_TRUE(Eventually([] { return Select("title=Outer") == Succeeded(); }));
+  EXPECT_EQ(Call("close"), Succeeded());
+  EXPECT_TRUE(Eventually([] { return Select("title=Outer") == Failed("Browser not found!"); }));
+}
+
+// Whatever was asked when the browser died, an answer comes soon, and a new browser is as good as the old
+// one.
+TEST_F(BrowserSession, ACrashFailsWhatIsAskedAndNothingAfterwards) {
+  const struct {
+    const char* command;
+    Parameters parameters;
+    const char* message;
+  } rows[] = {
+      {"click", {{"target", "id=b"}}, "Element not found!"},
+      {"gettext", {{"target", "id=p"}}, "Element not found!"},
+      {"executescript", {{"value", "1"}}, "Frame not found!"},
+      {"refresh", {}, "Refresh Fail!"},
+      {"back", {}, "Go back Fail!"},
+      {"currenturl", {}, "Frame not found!"},
+      {"selectframe", {{"target", "index=0"}}, "Frame not found!"},
+      {"sendkeys", {{"target", "id=p"}, {"value", "x"}}, "Element not found!"},
+      {"close", {}, "Close failed!"},
+  };
+  for (const Shell shell : {Shell::kClassic, Shell::kHosted}) {
+    SCOPED_TRACE(shell == Shell::kHosted ? "hosted" : "classic");
+    auto browser = std::make_unique<Browser>(first, shell);
+    ASSERT_EQ(Select("title=First"), Succeeded());
+    std::jthread killer([&] {
+      Sleep(1500);
+      browser->Kill();
+    });
+    const ULONGLONG start = GetTickCount64();
+    EXPECT_EQ(Call("waitshow", {{"target", "id=never"}}),
+              (Envelope{false, "false", "Wait element show failed!"}));
+    EXPECT_LT(GetTickCount64() - start, 12000U);
+    for (const auto& row : rows) {
+      EXPECT_EQ(Call(row.command, row.parameters), Failed(row.message)) << row.command;
+    }
+    EXPECT_LT(GetTickCount64() - start, 20000U);
+  }
+  const Browser browser(second);
+  EXPECT_EQ(Select("title=Second page"), Succeeded());
+  EXPECT_EQ(Call("gettext", {{"target", "id=p"}}), Answered("two"));
 }
 
 }  // namespace
