@@ -4,6 +4,7 @@
 #include <oleacc.h>
 #include <servprov.h>
 #include <shlguid.h>
+#include <shobjidl.h>
 #include <cwchar>
 
 #include "com/handle.h"
@@ -72,6 +73,17 @@ ComPtr<IWebBrowser2> GetWebBrowserFromWindow(HWND window) {
   if (services == nullptr || FAILED(services->QueryService(SID_SWebBrowserApp, IID_PPV_ARGS(&browser))))
     return {};
   return browser;
+}
+
+HWND GetTabWindow(IWebBrowser2* browser) {
+  const auto services = com::Query<IServiceProvider>(browser);
+  ComPtr<IOleWindow> tab;
+  HWND window = nullptr;
+  if (services == nullptr || FAILED(services->QueryService(SID_SShellBrowser, IID_PPV_ARGS(&tab))) ||
+      tab == nullptr || FAILED(tab->GetWindow(&window))) {
+    return nullptr;
+  }
+  return window;
 }
 
 ComPtr<IHTMLDocument2> GetDocumentFromWindow(HWND window) { return GetHtmlObject<IHTMLDocument2>(window); }

@@ -24,6 +24,11 @@ HWND FindPageWindow(HWND window);
 ///         answer within a second.
 com::ComPtr<IWebBrowser2> GetWebBrowserFromWindow(HWND window);
 
+/// @return the window of a browser's own tab, whose thread runs the tab's page; null when it cannot be had.
+/// The frame's window is another process's, and answers while the page hangs (Microsoft's documentation page
+/// bb268219).
+HWND GetTabWindow(IWebBrowser2* browser);
+
 /// @return the document of the first page found under a window; null as above.
 com::ComPtr<IHTMLDocument2> GetDocumentFromWindow(HWND window);
 

@@ -26,6 +26,7 @@ bool OpenInNewBrowser(std::string_view url) {
 bool OpenPage(std::string_view url, OpenIn where) {
   const auto* tab = dynamic_cast<const TabBrowserHolder*>(ValidHolder());
   if (tab == nullptr) return OpenInNewBrowser(url);
+  if (!tab->Answers()) return false;
   if (where == OpenIn::kSameTab) return Navigate(tab->Browser(), url, where);
   auto opened = OpenNewTab(*tab, url);
   if (opened == nullptr) return false;

@@ -33,15 +33,18 @@ bool WindowHolder::CloseWindow() {
 
 bool WindowHolder::Answers() const {
   if (answering_ == nullptr || !IsWindow(answering_)) return true;
-  return SendMessageTimeoutW(answering_, WM_NULL, 0, 0, SMTO_ABORTIFHUNG, kAnswerTimeoutMs, nullptr) != 0 ||
-         !IsWindow(answering_);
+  // A tab's page may have got another window since.
+  HWND page = FindPageWindow(answering_);
+  HWND asked = page != nullptr ? page : answering_;
+  return SendMessageTimeoutW(asked, WM_NULL, 0, 0, SMTO_ABORTIFHUNG, kAnswerTimeoutMs, nullptr) != 0 ||
+         !IsWindow(asked);
 }
 
 TabBrowserHolder::TabBrowserHolder(HWND window)
     : WindowHolder(FindPageWindow(window)), browser_(GetWebBrowserFromWindow(window)) {}
 
 TabBrowserHolder::TabBrowserHolder(com::ComPtr<IWebBrowser2> browser)
-    : WindowHolder(WindowOf(browser.Get())), browser_(std::move(browser)) {}
+    : WindowHolder(GetTabWindow(browser.Get())), browser_(std::move(browser)) {}
 
 com::ComPtr<IHTMLDocument2> TabBrowserHolder::GetDocument() const {
   IWebBrowser2* browser = Reachable();

@@ -68,6 +68,8 @@ class Page {
   /// Runs a script text in the frame's main world and waits, in the same way. The value of its last
   /// expression.
   std::expected<JsonPtr, CallError> Evaluate(const FrameId& frame, std::string_view script);
+  /// Waits, in the same way, until no script of the page runs.
+  void AwaitScripts();
   /// The frame inside a FRAME, IFRAME or OBJECT element, also of another origin. The agent's function
   /// `element(number)` gives the element of that number.
   std::optional<FrameId> FrameOfElement(const FrameId& frame, int node);

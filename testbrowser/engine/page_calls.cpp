@@ -92,6 +92,14 @@ CallResult Page::Evaluate(const FrameId& frame, std::string_view script) {
   return ToResult(*parts_, parts_->session.Request("Runtime.evaluate", std::move(params)));
 }
 
+void Page::AwaitScripts() {
+  const auto* frame = parts_->frames.Find(MainFrame());
+  // Asked of no context in particular, a question that a navigation overtakes may never be answered.
+  if (frame == nullptr || frame->context.empty()) return;
+  parts_->session.Request("Runtime.evaluate",
+                          JsonObject().Add("expression", "0").Add("uniqueContextId", frame->context).Take());
+}
+
 std::optional<FrameId> Page::FrameOfElement(const FrameId& frame, int node) {
   const std::string context = ContextOf(*parts_, frame);
   if (context.empty()) return {};

@@ -50,6 +50,8 @@ void ServerWindow::Repaint() {
 }
 
 LRESULT ServerWindow::OnMessage(UINT message, WPARAM wparam, LPARAM lparam) {
+  // Scripts run on the window's thread: while one does, the window does not answer.
+  if (message == GetObjectMessage() || message == WM_NULL) page_->AwaitScripts();
   if (message == GetObjectMessage()) return owner_.DocumentResult(wparam);
   if (const auto answer = CallFilter::OnMessage(message, wparam, lparam)) return *answer;
   if (OnInput(message, wparam, lparam)) return 0;

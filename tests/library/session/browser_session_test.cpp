@@ -188,6 +188,22 @@ TEST_F(BrowserSession, ModalDialogsAreSurfacesOneOnTopOfTheOther) {
   EXPECT_TRUE(Eventually([] { return Select("title=Outer") == Failed("Browser not found!"); }));
 }
 
+// A new tab is asked through its own window: its frame's answers whatever the page does.
+TEST_F(BrowserSession, APageThatHangsByItselfFailsWhatIsAsked) {
+  const Browser browser(first);
+  ASSERT_EQ(Select("title=First"), Succeeded());
+  ASSERT_EQ(Call("open", {{"target", second}, {"by", "_blank"}, {"resize-max", "False"}}), Succeeded());
+  ASSERT_TRUE(Call("executescript", {{"value", "setTimeout(function () { for (;;); }, 500)"}}).success);
+  Sleep(1000);
+  const ULONGLONG start = GetTickCount64();
+  EXPECT_EQ(Call("gettext", {{"target", "id=p"}}), Failed("Element not found!"));
+  EXPECT_EQ(Call("open", {{"target", first}}), Failed("Open new tab failed!"));
+  EXPECT_EQ(Call("refresh"), Failed("Refresh Fail!"));
+  EXPECT_EQ(Select("title=Second page"), Failed("Browser not found!"));
+  EXPECT_EQ(Call("quit"), Succeeded());
+  EXPECT_LT(GetTickCount64() - start, 12000U);
+}
+
 // Whatever was asked when the browser died, an answer comes soon, and a new browser is as good as the old
 // one.
 TEST_F(BrowserSession, ACrashFailsWhatIsAskedAndNothingAfterwards) {
