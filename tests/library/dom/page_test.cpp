@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 #include <memory>
 
+#include "com/encoding.h"
 #include "support/browser.h"
 #include "support/library.h"
 #include "support/page_server.h"
@@ -164,6 +165,30 @@ TEST_F(Page, AClickThatOpensABoxIsToldAsRunning) {
   EXPECT_EQ(Call("gettext", {{"target", "id=p"}}), Answered("Hello"));
   EXPECT_EQ(Call("assertalert"), Succeeded());
   EXPECT_EQ(Evaluate("document.title"), Answered("after"));
+}
+
+/// Run under several code pages: texts arrive in the one that holds, and what it cannot hold as a question
+/// mark.
+TEST_F(Page, TextsOfTheCodePageComeAndGo) {
+  const std::string text = GetACP() == 936 ? "订单" : "Grüße";
+  const std::string ansi = com::ToAnsi(com::FromUtf8(text));
+  const std::string page = server->Page(
+      "/texts.html", "<!doctype html><meta charset=utf-8><title>" + text + "</title><p id=" + text +
+                         " title='" + text + ", x'>" + text + "</p><input id=i><iframe name=" + text +
+                         " srcdoc='<p id=p>inside</p>'></iframe>");
+  ASSERT_EQ(Call("open", {{"target", page}, {"resize-max", "False"}}), Succeeded());
+  EXPECT_EQ(Call("selectwindowuntop", {{"target", "title=" + text}}), Succeeded());
+  for (const std::string& target :
+       {"id=" + text, "xpath=//p[@title='" + text + ", x']", "xpath=//p[contains(text(),'" + text + "')]"}) {
+    EXPECT_EQ(Call("gettext", {{"target", target}}), Answered(ansi)) << target;
+  }
+  EXPECT_EQ(Call("gettext", {{"target", "xpath=//" + text}}),
+            Failed("Find element failed in 1's Xpath node [ //" + ansi + "[] ]!"));
+  EXPECT_EQ(Call("type_m", {{"target", "id=i"}, {"value", text}}), Succeeded());
+  EXPECT_EQ(Evaluate(("document.getElementById('i').value + '" + text + "'").c_str()), Answered(ansi + ansi));
+  EXPECT_EQ(Evaluate("'\\u0905\\u20ac'"), Answered("?\x80"));
+  EXPECT_EQ(Call("selectframe", {{"target", "name=" + text}}), Succeeded());
+  EXPECT_EQ(Call("gettext", {{"target", "id=p"}}), Answered("inside"));
 }
 
 // Last, for it ends the browser: every answer comes within a few seconds, whatever the page does.
