@@ -1,6 +1,8 @@
 // The command that tells what an element is: where, how large, and what it says.
 #include <new>
+#include <optional>
 #include <string>
+#include <utility>
 
 #include "api/messages.h"
 #include "capture/commands.h"
@@ -20,11 +22,11 @@ using locate::Rectangle;
 namespace messages = api::messages;
 
 /// A form control's value. A button's is rarely set, and then its caption says what it is.
-com::Bstr TextOf(IHTMLElement* element, dom::ControlKind kind) {
-  com::Bstr text;
-  if (kind != dom::ControlKind::kOther) text = dom::ReadValue(element, kind).value_or(com::Bstr());
+/// @return nothing when a call failed.
+std::optional<com::Bstr> TextOf(IHTMLElement* element, dom::ControlKind kind) {
+  auto text = kind != dom::ControlKind::kOther ? dom::ReadValue(element, kind) : com::Bstr();
   const bool shows_content = kind == dom::ControlKind::kOther || kind == dom::ControlKind::kButton;
-  if (text.empty() && shows_content) element->get_innerText(text.put());
+  if (text && text->empty() && shows_content && FAILED(element->get_innerText(text->put()))) return {};
   return text;
 }
 
@@ -39,10 +41,12 @@ cJSON* NumbersObject(std::initializer_list<Member> members) {
   return object;
 }
 
+/// @return null when the element cannot be asked any more.
 JsonPtr Describe(IHTMLElement* element, const Rectangle& place) {
   com::Bstr tag;
-  element->get_tagName(tag.put());
-  const auto kind = dom::GetControlKind(element).value_or(dom::ControlKind::kOther);
+  if (FAILED(element->get_tagName(tag.put()))) return nullptr;
+  const auto text = TextOf(element, dom::ControlKindOf(tag.view()));
+  if (!text) return nullptr;
   JsonPtr info(cJSON_CreateObject());
   if (info == nullptr) throw std::bad_alloc();
   cJSON_AddItemToObject(
@@ -53,7 +57,7 @@ JsonPtr Describe(IHTMLElement* element, const Rectangle& place) {
       info.get(), messages::kSize,
       NumbersObject({{"width", place.right - place.left}, {"height", place.bottom - place.top}}));
   cJSON_AddStringToObject(info.get(), messages::kTagname, com::ToAnsi(tag.view()).c_str());
-  cJSON_AddStringToObject(info.get(), messages::kText, com::ToAnsi(TextOf(element, kind).view()).c_str());
+  cJSON_AddStringToObject(info.get(), messages::kText, com::ToAnsi(text->view()).c_str());
   return info;
 }
 
@@ -66,7 +70,8 @@ Result GetControlInfo(const CommandParams& params) {
   if (document == nullptr) return api::Fail(messages::kElementNotFound);
   const auto place = locate::GetElementScrolledIntoView(document.Get(), element->Get());
   if (!place) return api::Fail(messages::kGetElementposFailed);
-  return api::Structured(Describe(element->Get(), place->rectangle));
+  auto info = Describe(element->Get(), place->rectangle);
+  return info != nullptr ? api::Structured(std::move(info)) : api::Fail(messages::kElementNotFound);
 }
 
 }  // namespace quillmate::capture

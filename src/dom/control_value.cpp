@@ -31,14 +31,18 @@ std::optional<com::Bstr> ReadValueAttribute(IHTMLElement* element) {
 
 }  // namespace
 
+ControlKind ControlKindOf(std::wstring_view tag) {
+  if (tag == L"INPUT") return ControlKind::kInput;
+  if (tag == L"TEXTAREA") return ControlKind::kTextArea;
+  if (tag == L"SELECT") return ControlKind::kSelect;
+  if (tag == L"BUTTON") return ControlKind::kButton;
+  return ControlKind::kOther;
+}
+
 std::optional<ControlKind> GetControlKind(IHTMLElement* element) {
   com::Bstr tag;
   if (FAILED(element->get_tagName(tag.put()))) return std::nullopt;
-  if (tag.view() == L"INPUT") return ControlKind::kInput;
-  if (tag.view() == L"TEXTAREA") return ControlKind::kTextArea;
-  if (tag.view() == L"SELECT") return ControlKind::kSelect;
-  if (tag.view() == L"BUTTON") return ControlKind::kButton;
-  return ControlKind::kOther;
+  return ControlKindOf(tag.view());
 }
 
 std::optional<com::Bstr> ReadValue(IHTMLElement* element, ControlKind kind) {

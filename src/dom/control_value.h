@@ -4,6 +4,7 @@
 #include <windows.h>
 #include <mshtml.h>
 #include <optional>
+#include <string_view>
 
 #include "com/bstr.h"
 
@@ -11,6 +12,9 @@ namespace quillmate::dom {
 
 /// The kinds of element that differ in how their value is read and written.
 enum class ControlKind { kInput, kTextArea, kSelect, kButton, kOther };
+
+/// @return the kind of the elements of a tag name, in capitals as the engine gives it.
+ControlKind ControlKindOf(std::wstring_view tag);
 
 /// @return the element's kind by its tag name; nothing when the tag name cannot be read.
 std::optional<ControlKind> GetControlKind(IHTMLElement* element);

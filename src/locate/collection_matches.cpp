@@ -50,11 +50,14 @@ com::ComPtr<IHTMLElement> CollectionMatches::Next() {
   return {};
 }
 
-com::ComPtr<IHTMLElement> CollectionMatches::ItemAt(LONG index) const {
+com::ComPtr<IHTMLElement> CollectionMatches::ItemAt(LONG index) {
   // Past its end a collection answers null, so its length need not be asked.
   com::ComPtr<IDispatch> item;
-  if (FAILED(collection_->item(com::Variant::Int(index).get(), com::Variant::Int(0).get(), &item))) return {};
-  return com::Query<IHTMLElement>(item);
+  cut_short_ = FAILED(collection_->item(com::Variant::Int(index).get(), com::Variant::Int(0).get(), &item));
+  if (item == nullptr) return {};
+  auto element = com::Query<IHTMLElement>(item);
+  cut_short_ = element == nullptr;
+  return element;
 }
 
 }  // namespace quillmate::locate

@@ -23,12 +23,16 @@ class CollectionMatches {
   /// @return the next match, null when there is no more.
   com::ComPtr<IHTMLElement> Next();
 
+  /// Whether a call failed, so that the walk ended before the collection did: what it gave is not to be used.
+  bool IsCutShort() const { return cut_short_; }
+
  private:
-  com::ComPtr<IHTMLElement> ItemAt(LONG index) const;
+  com::ComPtr<IHTMLElement> ItemAt(LONG index);
 
   com::ComPtr<IHTMLElementCollection> collection_;
   Selector selector_;
   LONG next_ = 0;
+  bool cut_short_ = false;
 };
 
 }  // namespace quillmate::locate

@@ -60,7 +60,7 @@ Elements FilterCollection(ComPtr<IHTMLElementCollection> collection, std::string
     elements.push_back(std::move(element));
     if (wanted == Wanted::kFirst) break;
   }
-  return elements;
+  return matches.IsCutShort() ? Elements() : elements;
 }
 
 Found Search(IHTMLDocument2* document, std::string_view locator, Wanted wanted) {

@@ -105,8 +105,9 @@ Context FindDirectly(IHTMLDocument2* document, const LocatorStep& step) {
 class StepMatches {
  public:
   explicit StepMatches(Context only) : first_(std::move(only)), rest_({}, EveryItem{}) {}
-  StepMatches(std::optional<Context> first, CollectionMatches rest)
-      : first_(std::move(first)), rest_(std::move(rest)) {}
+  /// @param results how many results there were before.
+  StepMatches(CollectionMatches matches, size_t results)
+      : rest_(std::move(matches)), results_before_(results) {}
 
   std::optional<Context> Next() {
     if (first_) return std::exchange(first_, std::nullopt);
@@ -114,12 +115,16 @@ class StepMatches {
     return element != nullptr ? std::optional(std::move(element)) : std::nullopt;
   }
 
+  bool IsCutShort() const { return rest_.IsCutShort(); }
+  size_t results_before() const { return results_before_; }
+
   /// Whether a match was good for anything so far.
   bool fruitful = false;
 
  private:
   std::optional<Context> first_;
   CollectionMatches rest_;
+  size_t results_before_ = 0;
 };
 
 class XPathQuery {
@@ -137,6 +142,7 @@ class XPathQuery {
       if (const auto context = levels.back().Next()) {
         Advance(levels, *context);
       } else {
+        if (levels.back().IsCutShort()) DropMatches(levels.back());
         if (!levels.back().fruitful) RecordFailure(levels.size() - 2);
         levels.pop_back();
       }
@@ -167,7 +173,13 @@ class XPathQuery {
     if (step.selector.empty() && step.head == "/.") return StepMatches(context);
     if (step.selector.empty() && step.head == "/..") return StepMatches(ParentOf(context));
     Selector selector = ParseSelector(step.selector);
-    return {std::nullopt, CollectionMatches(Collect(document_, context, step.head), std::move(selector))};
+    return {CollectionMatches(Collect(document_, context, step.head), std::move(selector)), result_.size()};
+  }
+
+  /// A collection that could not be walked to its end matches nothing.
+  void DropMatches(StepMatches& matches) {
+    result_.resize(matches.results_before());
+    matches.fruitful = false;
   }
 
   /// The deepest failure is told, the later of two at one depth.

@@ -43,17 +43,6 @@ const ModeName kModes[] = {
     {k11, "<!DOCTYPE html><html><head>"},
 };
 
-HWND FindServer(HWND parent) {
-  HWND child = nullptr;
-  while ((child = FindWindowExW(parent, child, nullptr, nullptr)) != nullptr) {
-    wchar_t name[64] = L"";
-    GetClassNameW(child, name, 64);
-    if (std::wstring_view(name) == L"Internet Explorer_Server") return child;
-    if (HWND found = FindServer(child)) return found;
-  }
-  return nullptr;
-}
-
 template <class T>
 ComPtr<T> ObjectOf(HWND server) {
   const UINT message = RegisterWindowMessageW(L"WM_HTML_GETOBJECT");
@@ -118,7 +107,7 @@ TEST(Facts, HoldInTheirModes) {
   const std::string frames =
       "<iframe id=frame name=inner src='" + inner + "'></iframe><iframe src='" + foreign + "'></iframe>";
   const Browser browser("about:blank");
-  const Page page = Reach(FindServer(browser.Frame()));
+  const Page page = Reach(browser.Page());
   for (const auto& [mode, head] : kModes) {
     Navigate(page, server.Page("/mode" + std::to_string(mode), head + ("</head>" + (kBody + frames))));
     if (HasFatalFailure()) return;

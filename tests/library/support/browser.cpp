@@ -40,12 +40,13 @@ HWND FirstWindow(const wchar_t* class_name, DWORD process) {
   return nullptr;
 }
 
-bool HasPage(HWND parent) {
+HWND FindPage(HWND parent) {
   HWND child = nullptr;
   while ((child = FindWindowExW(parent, child, nullptr, nullptr)) != nullptr) {
-    if (IsClass(child, L"Internet Explorer_Server") || HasPage(child)) return true;
+    if (IsClass(child, L"Internet Explorer_Server")) return child;
+    if (HWND found = FindPage(child)) return found;
   }
-  return false;
+  return nullptr;
 }
 
 void End(HANDLE process) {
@@ -70,7 +71,7 @@ Browser::Browser(const std::string& url, Shell shell) : shell_(shell) {
   process_.reset(started.hProcess);
   process_id_ = started.dwProcessId;
   for (int round = 0; round < kStartRounds; ++round) {
-    if (HWND frame = Frame(); frame != nullptr && HasPage(frame)) return;
+    if (Page() != nullptr) return;
     Sleep(kRoundMs);
   }
   End(process_.get());
@@ -84,6 +85,11 @@ void Browser::Kill() {
 }
 
 HWND Browser::TopLevelWindow(const wchar_t* class_name) const { return FirstWindow(class_name, process_id_); }
+
+HWND Browser::Page() const {
+  HWND frame = Frame();
+  return frame != nullptr ? FindPage(frame) : nullptr;
+}
 
 std::string FilePage(const std::string& name) {
   // Wine shows the machine's files under this letter.

@@ -25,6 +25,8 @@ class Browser {
 
   /// @return the process's first top-level window of a class; null when there is none.
   HWND TopLevelWindow(const wchar_t* class_name) const;
+  /// @return the window of the page in front.
+  HWND Page() const;
   HWND Frame() const { return TopLevelWindow(shell_ == Shell::kHosted ? L"Chrome_WidgetWin_1" : L"IEFrame"); }
 
  private:
