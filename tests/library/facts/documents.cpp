@@ -80,6 +80,8 @@ const Fact kFacts[] = {
      "S_FALSE"},
     {"dom.c:10175", kAll, [](const Page& page) { return ById(page, L"none"); }, "NULL"},
     {"documentmode.js:1524-28", kTo7, [](const Page& page) { return ById(page, L"named"); }, "<SPAN>"},
+    {"aa752543", kTo7, [](const Page& page) { return ById(page, L"KIDS"); }, "<DIV#kids>"},
+    {"documentmode.js:1524-28", kFrom8, [](const Page& page) { return ById(page, L"KIDS"); }, "NULL"},
     {"documentmode.js:1524-28", kFrom8, [](const Page& page) { return ById(page, L"named"); }, "NULL"},
     {"dom.c:12190-12209", kAll,
      [](const Page& page) {
@@ -90,7 +92,8 @@ const Fact kFacts[] = {
      "NULL"},
     {"dom.c:11220-37", kAll, [](const Page& page) { return ByName(page, L"none"); }, "[]"},
     {"dom.c:11220-37", kTo8 | k9, [](const Page& page) { return ByName(page, L"KIDS"); }, "[<DIV#kids>]"},
-    {"dom.c:11220-37", kTo8, [](const Page& page) { return ByName(page, L"NAMED"); }, "[<SPAN>]"},
+    {"Sizzle getById", k10 | k11, [](const Page& page) { return ByName(page, L"kids"); }, "[]"},
+    {"dom.c:11220-37", kAll, [](const Page& page) { return ByName(page, L"NAMED"); }, "[<SPAN>]"},
     {"dom.c:10747", kAll, [](const Page& page) { return ByTag(page, L"sPaN"); }, "[<SPAN>]"},
     {"dom.c:10022-58", kAll, [](const Page& page) { return ByClass(page, L"none"); }, "[]"},
     {"dom.c:10022-58", kAll, [](const Page& page) { return ByClass(page, L"two"); }, "[<P#first><B#second>]"},

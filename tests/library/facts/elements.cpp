@@ -54,6 +54,38 @@ std::string Rectangle(const Page& page) {
          std::to_string(left) + "," + std::to_string(top);
 }
 
+LONG TopOf(const Page& page, const wchar_t* id) {
+  ComPtr<IHTMLRect> rect;
+  LONG top = 0;
+  page.Element<IHTMLElement2>(id)->getBoundingClientRect(&rect);
+  Page::Demand(rect)->get_top(&top);
+  return top;
+}
+
+/// Scrolls an element in the middle of the page to the view's upper or lower edge.
+std::string ScrollIntoView(const Page& page, const Variant& at_top) {
+  const HRESULT result = page.Element(L"far")->scrollIntoView(at_top.get());
+  const LONG top = TopOf(page, L"far");
+  page.Element(L"kids")->scrollIntoView(Variant::Bool(true).get());
+  return Answer(result) + (top < 20 ? " at the top" : " below the top");
+}
+
+/// The width of the frame around the page, as the root element tells it.
+std::string Frame(const Page& page) {
+  ComPtr<IHTMLElement> root;
+  LONG left = -1;
+  page.As<IHTMLDocument3>()->get_documentElement(&root);
+  const HRESULT result = Page::Demand(com::Query<IHTMLElement2>(root))->get_clientLeft(&left);
+  return Answer(result, left);
+}
+
+std::string Focus(const Page& page) {
+  ComPtr<IHTMLElement> active;
+  const HRESULT result = page.Element<IHTMLElement2>(L"field")->focus();
+  page.document->get_activeElement(&active);
+  return Answer(result, active.Get());
+}
+
 const Fact kFacts[] = {
     {"dom.c:4420-36", kAll,
      [](const Page& page) { return Text<&IHTMLElement::get_className>(page, L"kids"); }, "NULL"},
@@ -104,6 +136,15 @@ const Fact kFacts[] = {
     {"dom.c:8579", kAll, [](const Page& page) { return Display(page, L"hidden"); }, "'none'"},
     {"dom.c:8579", kAll, [](const Page& page) { return Display(page, L"kids"); }, "'block'"},
     {"dom.c:6084-6112", kFrom9, Rectangle, "S_OK 40x30 at 200,100"},
+    {"fbjs getElementRect", kTo7, Rectangle, "S_OK 40x30 at 202,102"},
+    {"hh869631", k5, Frame, "0"},
+    {"hh869631", k7, Frame, "2"},
+    {"hh869631", kFrom9, Frame, "0"},
+    {"htmlelem.c:1711-36", kAll, [](const Page& page) { return ScrollIntoView(page, Variant::Bool(true)); },
+     "S_OK at the top"},
+    {"htmlelem.c:1711-36", kAll, [](const Page& page) { return ScrollIntoView(page, Variant::Bool(false)); },
+     "S_OK below the top"},
+    {"events.c:3159-72", kAll, Focus, "<INPUT#field>"},
 };
 
 }  // namespace

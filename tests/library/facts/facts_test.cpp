@@ -27,6 +27,9 @@ const char kBody[] = R"(<body style="margin: 0">
 <select id=list onchange="this.title += 'changed '"><option>opt1</option><option>opt2</option></select>
 <table id=table><tbody><tr id=b1><td id=c1>1</td><th id=c2>2</th></tr></tbody><thead><tr id=h><th>head</th></tr></thead>
 <tbody><tr id=b2><td>3</td></tr></tbody></table>
+<table id=outer><tr id=o1><td><table><tr id=nested><td>n</td></tr></table></td></tr></table>
+<textarea id=area></textarea><input id=written value=first><input type=checkbox id=box onchange="this.title = 'changed'" onclick="this.title = 'clicked'">
+<div style="height: 3000px"></div><h6 id=far>far</h6><div style="height: 3000px"></div>
 <script>document.getElementById('typed').value = 'now';</script>
 )";
 

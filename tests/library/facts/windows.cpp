@@ -92,6 +92,22 @@ const Fact kFacts[] = {
      "VT_DISPATCH window"},
     {"dom.c:12136-42", kAll, [](const Page& page) { return FrameItem(page, Variant::Bool(true)); },
      "E_INVALIDARG"},
+    {"aa752398", kAll,
+     [](const Page& page) {
+       ComPtr<IHTMLFramesCollection2> frames;
+       LONG length = 0;
+       page.document->get_frames(&frames);
+       const HRESULT result = Page::Demand(frames)->get_length(&length);
+       return Answer(result, length);
+     },
+     "2"},
+    {"dom.c:12161-68", kAll,
+     [](const Page& page) {
+       ComPtr<IHTMLFramesCollection2> frames;
+       page.document->get_frames(&frames);
+       return Answer(S_OK, com::Query<IHTMLWindow2>(frames).Get());
+     },
+     "window"},
     {"Browser.cpp GetDocumentFromWindow", kAll, [](const Page& page) { return FrameDocument(page, 0); },
      "document"},
     {"Browser.cpp GetDocumentFromWindow", kAll, [](const Page& page) { return FrameDocument(page, 1); },
