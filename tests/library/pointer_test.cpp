@@ -1,6 +1,7 @@
 // The pointer commands: where the pointer lands, which events the page sees, and what stays pressed.
 #include <windows.h>
 #include <cmath>
+#include <utility>
 
 #include "support/page_test.h"
 
@@ -231,6 +232,72 @@ TEST_F(Pointer, MovesToAnElementThatMustBeScrolledIntoView) {
   const auto moves = OfType(EventsUntil("mousemove"), "mousemove");
   ASSERT_FALSE(moves.empty());
   EXPECT_EQ(PlaceOf(moves.back()), Script(kMiddleOfBox));
+}
+
+BOOL WINAPI RefuseCursorPos(int, int) { return FALSE; }
+
+/// Makes the library's calls of SetCursorPos fail while it lives.
+class CursorRefusal {
+ public:
+  CursorRefusal() : import_(FindImport()) {
+    if (import_ != nullptr) original_ = Put(reinterpret_cast<ULONG_PTR>(&RefuseCursorPos));
+  }
+  ~CursorRefusal() {
+    if (import_ != nullptr) Put(original_);
+  }
+  bool IsInForce() const { return import_ != nullptr; }
+
+ private:
+  static IMAGE_THUNK_DATA* FindImport() {
+    auto* base = reinterpret_cast<BYTE*>(GetModuleHandleW(L"quillmate.dll"));
+    const auto* headers =
+        reinterpret_cast<IMAGE_NT_HEADERS*>(base + reinterpret_cast<IMAGE_DOS_HEADER*>(base)->e_lfanew);
+    const DWORD place = headers->OptionalHeader.DataDirectory[IMAGE_DIRECTORY_ENTRY_IMPORT].VirtualAddress;
+    for (auto* module = reinterpret_cast<IMAGE_IMPORT_DESCRIPTOR*>(base + place); module->Name != 0;
+         ++module) {
+      const auto* names = reinterpret_cast<IMAGE_THUNK_DATA*>(base + module->OriginalFirstThunk);
+      auto* addresses = reinterpret_cast<IMAGE_THUNK_DATA*>(base + module->FirstThunk);
+      for (; names->u1.AddressOfData != 0; ++names, ++addresses) {
+        const auto* import = reinterpret_cast<IMAGE_IMPORT_BY_NAME*>(base + names->u1.AddressOfData);
+        if (std::string_view(import->Name) == "SetCursorPos") return addresses;
+      }
+    }
+    return nullptr;
+  }
+  ULONG_PTR Put(ULONG_PTR function) {
+    DWORD protection = 0;
+    VirtualProtect(import_, sizeof *import_, PAGE_READWRITE, &protection);
+    const ULONG_PTR previous = std::exchange(import_->u1.Function, function);
+    VirtualProtect(import_, sizeof *import_, protection, &protection);
+    return previous;
+  }
+
+  IMAGE_THUNK_DATA* import_;
+  ULONG_PTR original_ = 0;
+};
+
+// The click's message is another command's, and hosts know it so.
+TEST_F(Pointer, ACursorThatCannotBePlacedFailsBeforeAnyButton) {
+  Show(kStandards + kBox + "red'></div>");
+  const CursorRefusal refusal;
+  ASSERT_TRUE(refusal.IsInForce());
+  const struct {
+    const char* command;
+    Parameters parameters;
+    const char* message;
+  } rows[] = {
+      {"click", {{"target", "id=box"}, {"manual-click", "True"}}, "Double click failed!"},
+      {"doubleclick", {{"target", "id=box"}}, "Double click failed!"},
+      {"rightclick", {{"target", "id=box"}}, "Right click failed!"},
+      {"clickandhold", {{"target", "id=box"}}, "Click and hold failed!"},
+      {"release", {{"target", "id=box"}}, "Release failed!"},
+      {"draganddrop", {{"target", "id=box"}, {"value", "id=box"}}, "Drag and drop failed!"},
+      {"draganddropbyoffset", {{"target", "id=box"}, {"value", "1,2"}}, "Drag and drop failed!"},
+  };
+  for (const auto& row : rows)
+    EXPECT_EQ(Call(row.command, row.parameters), Failed(row.message)) << row.command;
+  EXPECT_FALSE(IsButtonDown());
+  EXPECT_TRUE(OfType(Events(), "mousedown").empty());
 }
 
 TEST_F(Pointer, AnswersEveryCheckWithItsMessage) {
