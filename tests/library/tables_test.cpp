@@ -55,6 +55,21 @@ TEST_F(Tables, LeavesOutARowWithTooManyCells) {
   EXPECT_EQ(Rows({{"by", "id=t"}}), R"([[0],["a"],["z"]])");
 }
 
+// Taken off the page, or gone with its document: what was read so far is answered, and the next call finds
+// nothing.
+TEST_F(Tables, ATableThatGoesWhileItIsReadEndsTheReading) {
+  for (const char* end : {"document.body.removeChild(t)", "location = 'about:blank'"}) {
+    SCOPED_TRACE(end);
+    Show(kDoctype + "<button id=go onclick=\"setTimeout(function () { " + end +
+         " }, 300)\">go</button><table id=t></table><script>t.innerHTML = new "
+         "Array(601).join('<tr><td>x<td>y')" +
+         "</script>");
+    ASSERT_TRUE(Call("click", {{"target", "id=go"}}).success);
+    EXPECT_TRUE(Rows({{"by", "id=t"}}).starts_with(R"([[0,1],["x","y"],["x","y"])"));
+    EXPECT_EQ(Call("gettable", {{"by", "id=t"}}), Failed("Table not found!"));
+  }
+}
+
 const char* const kGrid =
     "<div class=layui-table-box id=g><div class=layui-table-header><table "
     "class=layui-table><tr><th>Name<th>Age</table>"
