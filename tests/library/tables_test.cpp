@@ -61,8 +61,8 @@ TEST_F(Tables, ATableThatGoesWhileItIsReadEndsTheReading) {
   for (const char* end : {"document.body.removeChild(t)", "location = 'about:blank'"}) {
     SCOPED_TRACE(end);
     Show(kDoctype + "<button id=go onclick=\"setTimeout(function () { " + end +
-         " }, 300)\">go</button><table id=t></table><script>t.innerHTML = new "
-         "Array(601).join('<tr><td>x<td>y')" +
+         " }, 400)\">go</button><table id=t></table><script>t.innerHTML = new "
+         "Array(61).join('<tr><td>x<td>y')" +
          "</script>");
     ASSERT_TRUE(Call("click", {{"target", "id=go"}}).success);
     EXPECT_TRUE(Rows({{"by", "id=t"}}).starts_with(R"([[0,1],["x","y"],["x","y"])"));
