@@ -26,6 +26,7 @@ class Parser {
     if (argument == L"-ShellWindows") return Set(Purpose::kServeWindows);
     // COM adds it to whatever command line is registered.
     if (argument == L"-Embedding") {
+      result_.started_by_com = true;
       return result_.purpose == Purpose::kServeWindows || Set(Purpose::kServeBrowser);
     }
     if (argument == L"--hidden") return result_.hidden = true;

@@ -15,6 +15,7 @@ struct CommandLine {
     kMistake
   };
   Purpose purpose = Purpose::kBrowse;
+  bool started_by_com = false;
   bool hosted = false;
   bool hidden = false;
   std::wstring title_suffix;  ///< empty: the shell's own

@@ -79,12 +79,14 @@ int ServeBrowser(const CommandLine& line) {
   return 0;
 }
 
-/// The collection's server stays a little longer than its last client, who often comes again.
-int ServeWindows() {
+/// The collection's server stays a little longer than its last client, who often comes again. One that COM
+/// did not start stays as long as the desktop, as Windows' own does.
+int ServeWindows(const CommandLine& line) {
   constexpr UINT kIdleLife = 10'000;  // ms
   int users = 0;
   UINT_PTR idle = 0;
   const auto wait_for_users = [&](UINT time) {
+    if (!line.started_by_com) return;
     idle = SetTimer(nullptr, idle, time, [](HWND, UINT, UINT_PTR, DWORD) { PostQuitMessage(0); });
   };
   wait_for_users(kUnusedLife);
@@ -97,6 +99,8 @@ int ServeWindows() {
                                   };
                                   return dom::MakeObject<ShellWindows>(on_gone)->QueryInterface(iid, out);
                                 });
+  // Whoever started it by hand can tell from now on that it serves.
+  if (!line.started_by_com) std::cout << "ready" << std::endl;
   MSG message{};
   while (GetMessageW(&message, nullptr, 0, 0) > 0) DispatchMessageW(&message);
   return 0;
@@ -117,7 +121,7 @@ int Run(const CommandLine& line) {
     case CommandLine::Purpose::kServeBrowser:
       return ServeBrowser(line);
     case CommandLine::Purpose::kServeWindows:
-      return ServeWindows();
+      return ServeWindows(line);
     default:
       return Browse(line);
   }
