@@ -185,8 +185,8 @@ QUILLMATE_API const char* currenturl(const char* parameters);
  *     - "target": a frame locator.
  * @return a plain success. Fails with: frame check, "Frame not found!", "Can't find frame by " and the
  *     locator.
- * @note Each selection is relative to the one before; "relative=top" starts again. A failed one changes
- *     nothing.
+ * @note Each selection is relative to the one before. "relative=top" starts again, also when a selected frame
+ *     has gone from the page. A failed selection changes nothing.
  */
 QUILLMATE_API const char* selectframe(const char* parameters);
 

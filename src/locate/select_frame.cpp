@@ -1,6 +1,7 @@
 // The command that moves the point of view into a frame and back.
 #include <cJSON.h>
 #include <string>
+#include <string_view>
 
 #include "api/messages.h"
 #include "api/validation.h"
@@ -13,15 +14,15 @@ namespace {
 
 using namespace api;  // NOLINT(google-build-using-namespace): the result builders read as words
 
+constexpr std::string_view kTop = "relative=top";
+
 /// JSON text passes for a locator too, and then names no frame.
 bool IsAccepted(const std::string& target) {
   return IsFrameLocator(target) || JsonPtr(cJSON_ParseWithOpts(target.c_str(), nullptr, true)) != nullptr;
 }
 
 void UpdateFramePath(std::vector<std::string>& path, std::string locator) {
-  if (locator == "relative=top") {
-    path.clear();
-  } else if (locator != "relative=parent") {
+  if (locator != "relative=parent") {
     path.push_back(std::move(locator));
   } else if (!path.empty()) {
     path.pop_back();
@@ -33,6 +34,11 @@ void UpdateFramePath(std::vector<std::string>& path, std::string locator) {
 Result SelectFrame(const CommandParams& params) {
   std::string target = params.Get("target");
   if (!IsAccepted(target)) return Fail(messages::kInvalidFrameLocator);
+  // The way out, also when a frame of the path is gone.
+  if (target == kTop && IsTargetUsable()) {
+    session::Current()->frame_path.clear();
+    return Done();
+  }
   const auto document = GetFrameDocument();
   if (document == nullptr) return Fail(messages::kFrameNotFound);
   if (FindFrameDocument(document.Get(), target) == nullptr) return Fail(messages::kCantFindFrameBy + target);

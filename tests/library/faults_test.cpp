@@ -53,7 +53,7 @@ const Row kRows[] = {
     {"getcontrolinfo", {{"target", "id=i"}}, 18},
     {"gettable", {{"by", "id=t"}}, 24},
     {"selectwindowuntop", {{"target", "title=Faults"}}, 3},
-    {"selectframe", {{"target", "relative=top"}}, 4},
+    {"selectframe", {{"target", "relative=top"}}, 1},
 };
 
 // A refused call makes its command fail, or answer as if nothing had happened; never answer something else.

@@ -130,6 +130,11 @@ TEST_F(Page, FramesAreWalkedRelativeToTheOneSelected) {
   EXPECT_EQ(text(), Answered("inside"));
   EXPECT_EQ(Call("selectframe", {{"target", "name=none"}}), Failed("Can't find frame by name=none"));
   EXPECT_EQ(text(), Answered("inside"));
+  Call("executescript", {{"value", "frameElement.remove()"}});
+  EXPECT_EQ(text(), Failed("Element not found!"));
+  EXPECT_EQ(Call("selectframe", {{"target", "relative=parent"}}), Failed("Frame not found!"));
+  EXPECT_EQ(Call("selectframe", {{"target", "relative=top"}}), Succeeded());
+  EXPECT_EQ(text(), Answered("Hello"));
 }
 
 TEST_F(Page, AFrameOfAnotherSiteIsReachedThroughItsBrowser) {
