@@ -20,7 +20,8 @@ constexpr wchar_t kLauncher[] =
 
 // Site isolation off keeps frames of other origins, and sandboxed ones, in their page's own session (script
 // access stays denied, as in Internet Explorer). Throttling off: every tab counts as shown. Input counts from
-// the first moment, not from the first picture on: a press that comes sooner would be dropped.
+// the first moment, not from the first picture on: a press that comes sooner would be dropped. A
+// context menu comes with the button's release, as on Windows.
 constexpr wchar_t kFlags[] =
     L"--headless=new --remote-debugging-pipe --no-sandbox --disable-gpu --disable-quic --no-first-run "
     L"--disable-background-networking --disable-component-update --disable-sync --disable-default-apps "
@@ -29,7 +30,7 @@ constexpr wchar_t kFlags[] =
     L"IsolateSandboxedIframes,Translate,BackForwardCache --allow-pre-commit-input "
     L"--disable-background-timer-throttling --disable-backgrounding-occluded-windows "
     L"--disable-renderer-backgrounding --disable-hang-monitor --password-store=basic "
-    L"--no-startup-window";
+    L"--blink-settings=showContextMenuOnMouseUp=true --no-startup-window";
 
 /// The launcher as one argument of a Windows command line.
 std::wstring Quoted(const wchar_t* text) {
