@@ -45,6 +45,13 @@ JsonPtr TakeValue(cJSON* result) {
   return odd.empty() ? JsonNull() : JsonText(odd);
 }
 
+/// Chromium takes its time to close a page: the call that closed its dialog returns when that is gone.
+void AwaitEnd(const PageParts& page) {
+  constexpr std::chrono::seconds kLimit(1);
+  if (!page.closes_itself) return;
+  page.session.connection->WaitUntil([&] { return page.closed || page.boxes.IsUp(); }, kLimit);
+}
+
 /// What Runtime.callFunctionOn and Runtime.evaluate answer, as a call's result.
 CallResult ToResult(const PageParts& page, Reply reply) {
   if (!reply) return Gone(page);
@@ -77,7 +84,9 @@ CallResult Page::Call(const FrameId& frame, std::string_view function, JsonPtr a
   const std::string context = ContextOf(*parts_, frame);
   if (context.empty()) return Gone(*parts_);
   JsonPtr params = CallOfAgent(context, function, std::move(args)).Add("returnByValue", true).Take();
-  return ToResult(*parts_, parts_->session.Request("Runtime.callFunctionOn", std::move(params)));
+  Reply reply = parts_->session.Request("Runtime.callFunctionOn", std::move(params));
+  AwaitEnd(*parts_);
+  return ToResult(*parts_, std::move(reply));
 }
 
 CallResult Page::Evaluate(const FrameId& frame, std::string_view script) {

@@ -144,6 +144,7 @@ void OnShimReport(PageParts& page, const cJSON* params) {
     page.ChangeTitle(MemberText(report.get(), "title"));
   } else if (kind == "closeDialog") {
     page.return_value.reset(cJSON_DetachItemFromObjectCaseSensitive(report.get(), "value"));
+    page.closes_itself = true;
     page.RequestClose();
   }
 }

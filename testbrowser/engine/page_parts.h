@@ -39,6 +39,7 @@ struct PageParts {
   std::string title;
   bool blank_loaded = false;  ///< a navigation asked for before that is lost
   bool closed = false;
+  bool closes_itself = false;  ///< a script of the page asked for its end
   /// The history's entry of the about:blank that every page begins on: there is no way back to it, unless it
   /// was asked for.
   std::optional<double> unasked_entry;
