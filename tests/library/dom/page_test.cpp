@@ -1,6 +1,7 @@
 // Finding elements, walking frames, reading, clicking and running scripts on one page, and what is left when
 // the page hangs or its browser is killed.
 #include <gtest/gtest.h>
+#include <filesystem>
 #include <memory>
 
 #include "com/encoding.h"
@@ -194,6 +195,12 @@ TEST_F(Page, TextsOfTheCodePageComeAndGo) {
   EXPECT_EQ(Evaluate("'\\u0905\\u20ac'"), Answered("?\x80"));
   EXPECT_EQ(Call("selectframe", {{"target", "name=" + text}}), Succeeded());
   EXPECT_EQ(Call("gettext", {{"target", "id=p"}}), Answered("inside"));
+
+  const auto folder = std::filesystem::temp_directory_path();
+  const auto picture = folder / com::FromUtf8(text + ".png");
+  EXPECT_EQ(Call("takescreenshot", {{"save-path", folder.string()}, {"file-name", text + ".png"}}),
+            Succeeded());
+  EXPECT_TRUE(std::filesystem::remove(picture));
 }
 
 // Last, for it ends the browser: every answer comes within a few seconds, whatever the page does.
