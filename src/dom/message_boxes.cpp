@@ -8,11 +8,12 @@
 #include <iterator>
 #include <string_view>
 
+#include "session/answering.h"
+
 namespace quillmate::dom {
 namespace {
 
 constexpr int kTextCapacity = 500;
-constexpr UINT kAnswerTimeoutMs = 1000;
 
 /// The captions that a button may have, as the bytes of the thread's code page.
 struct ButtonLabels {
@@ -50,8 +51,8 @@ bool IsLabelled(HWND button, const ButtonLabels& wanted) {
 /// A box whose thread hangs must not hold the caller.
 bool Deliver(HWND window, UINT message, LPARAM parameter) {
   DWORD_PTR ignored = 0;
-  return SendMessageTimeoutA(window, message, 0, parameter, SMTO_ABORTIFHUNG, kAnswerTimeoutMs, &ignored) !=
-         0;
+  return SendMessageTimeoutA(window, message, 0, parameter, SMTO_ABORTIFHUNG, session::kAnswerTimeoutMs,
+                             &ignored) != 0;
 }
 
 BOOL CALLBACK FillEdit(HWND child, LPARAM parameter) {

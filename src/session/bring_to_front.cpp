@@ -1,6 +1,8 @@
 // The foreground sequence.
 #include "session/bring_to_front.h"
 
+#include "session/answering.h"
+
 namespace quillmate::session {
 namespace {
 
@@ -22,7 +24,9 @@ class ForegroundInput {
 
 }  // namespace
 
-void BringWindowToFront(HWND window) {
+bool BringWindowToFront(HWND window) {
+  // Shown, it would keep the caller waiting for as long as it hangs.
+  if (!AnswersInTime(window)) return false;
   constexpr UINT kKeepPlace = SWP_NOSIZE | SWP_NOMOVE | SWP_SHOWWINDOW;
   ShowWindow(window, SW_SHOW);
   if (IsIconic(window)) ShowWindow(window, SW_RESTORE);
@@ -37,6 +41,7 @@ void BringWindowToFront(HWND window) {
   UpdateWindow(window);
   SetActiveWindow(window);
   SetFocus(window);
+  return true;
 }
 
 }  // namespace quillmate::session

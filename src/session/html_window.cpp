@@ -9,13 +9,12 @@
 
 #include "com/handle.h"
 #include "com/type_library.h"
+#include "session/answering.h"
 
 namespace quillmate::session {
 namespace {
 
 using com::ComPtr;
-
-constexpr UINT kAnswerTimeoutMs = 1000;
 
 /// Depth first, each window before its children.
 HWND FindDescendantOfClass(HWND parent, const wchar_t* class_name) {

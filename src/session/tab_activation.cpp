@@ -108,7 +108,7 @@ bool ActivateIeTab(IWebBrowser2* browser) {
   SHANDLE_PTR handle = 0;
   if (!caption || FAILED(browser->get_HWND(&handle))) return false;
   HWND frame = reinterpret_cast<HWND>(handle);
-  BringWindowToFront(frame);
+  if (!BringWindowToFront(frame)) return false;
   HWND window = FindTabStrip(frame);
   ComPtr<IAccessible> strip;
   if (window == nullptr ||
@@ -122,12 +122,10 @@ bool ActivateIeTab(IWebBrowser2* browser) {
 bool ActivateHostedTab(IWebBrowser2* browser, HWND tab_window) {
   const auto caption = GetTabCaption(browser);
   HWND frame = caption ? FindAncestorOfClass(tab_window, L"Chrome_WidgetWin_1") : nullptr;
-  if (frame == nullptr) return false;
-  BringWindowToFront(frame);
+  if (frame == nullptr || !BringWindowToFront(frame)) return false;
   for (int round = 0; round < kMaxRounds; ++round) {
     if (WindowTextBeginsWith(frame, *caption)) return true;
-    BringWindowToFront(frame);
-    if (!input::SendKeySequence("{CTRL}{PAGEDOWN}")) return false;
+    if (!BringWindowToFront(frame) || !input::SendKeySequence("{CTRL}{PAGEDOWN}")) return false;
     Sleep(kPauseBetweenRoundsMs);
   }
   return false;

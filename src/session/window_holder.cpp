@@ -3,6 +3,7 @@
 
 #include "com/bstr.h"
 #include "input/send_keys.h"
+#include "session/answering.h"
 #include "session/bring_to_front.h"
 #include "session/html_window.h"
 #include "session/tab_activation.h"
@@ -10,7 +11,6 @@
 namespace quillmate::session {
 namespace {
 
-constexpr UINT kAnswerTimeoutMs = 1000;
 constexpr UINT kCloseTimeoutMs = 5000;
 
 /// A window that asks the user before it closes, or hangs, has had its message all the same.
@@ -36,8 +36,7 @@ bool WindowHolder::Answers() const {
   // A tab's page may have got another window since.
   HWND page = FindPageWindow(answering_);
   HWND asked = page != nullptr ? page : answering_;
-  return SendMessageTimeoutW(asked, WM_NULL, 0, 0, SMTO_ABORTIFHUNG, kAnswerTimeoutMs, nullptr) != 0 ||
-         !IsWindow(asked);
+  return AnswersInTime(asked) || !IsWindow(asked);
 }
 
 TabBrowserHolder::TabBrowserHolder(HWND window)
@@ -116,9 +115,7 @@ bool ModalDialogHolder::IsBusy() const {
 }
 
 bool ModalDialogHolder::BringToTop() {
-  if (dialog_window_ == nullptr) return false;
-  BringWindowToFront(dialog_window_);
-  return true;
+  return dialog_window_ != nullptr && BringWindowToFront(dialog_window_);
 }
 
 }  // namespace quillmate::session

@@ -6,18 +6,13 @@
 
 #include "api/messages.h"
 #include "api/validation.h"
+#include "session/answering.h"
 #include "session/current_target.h"
 
 namespace quillmate::session {
 namespace {
 
 using namespace api;  // NOLINT(google-build-using-namespace): the result builders read as words
-
-constexpr UINT kAnswerTimeoutMs = 1000;
-
-bool Answers(HWND window) {
-  return SendMessageTimeoutW(window, WM_NULL, 0, 0, SMTO_ABORTIFHUNG, kAnswerTimeoutMs, nullptr) != 0;
-}
 
 bool Maximise(HWND window) {
   ShowWindow(window, SW_MAXIMIZE);
@@ -38,7 +33,7 @@ Result ChangeCurrentWindow(Change change) {
   const WindowHolder* holder = ValidHolder();
   HWND window = holder != nullptr ? GetAncestor(holder->GetWindowHandle(), GA_ROOT) : nullptr;
   if (window == nullptr) return Fail(messages::kBrowserNotFound);
-  return Answers(window) && change(window) ? Done() : Fail(messages::kSelectWindowSizeFail);
+  return AnswersInTime(window) && change(window) ? Done() : Fail(messages::kSelectWindowSizeFail);
 }
 
 }  // namespace
