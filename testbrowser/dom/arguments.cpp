@@ -8,7 +8,6 @@
 #include "com/encoding.h"
 #include "com/variant.h"
 #include "dom/object.h"
-#include "engine/file_address.h"
 
 namespace testbrowser::dom {
 namespace {
@@ -89,13 +88,6 @@ BSTR NewText(std::string_view utf8) {
   return SysAllocStringLen(text.data(), static_cast<UINT>(text.size()));
 }
 
-// Addresses of local files are Chromium's inside the page and Windows' outside.
-bool IsAddress(const cJSON* value) { return engine::MemberText(value, "$") == "address"; }
-
-BSTR NewAddress(const cJSON* value) {
-  return NewText(engine::ToWindowsAddress(engine::MemberText(value, "v")));
-}
-
 double NumberOf(const cJSON* value) {
   if (cJSON_IsBool(value)) return cJSON_IsTrue(value) ? 1 : 0;
   return cJSON_IsNumber(value) ? value->valuedouble : 0;
@@ -119,10 +111,7 @@ void PutNumber(double number, VARIANT* place) {
 // What JSON has no own form for.
 HRESULT PutSpecial(const cJSON* value, ObjectSource& objects, VARIANT* place) {
   const std::string kind = engine::MemberText(value, "$");
-  if (IsAddress(value)) {
-    V_VT(place) = VT_BSTR;
-    V_BSTR(place) = NewAddress(value);
-  } else if (kind == "r4") {
+  if (kind == "r4") {
     V_VT(place) = VT_R4;
     V_R4(place) = static_cast<float>(engine::MemberNumber(value, "v"));
   } else if (kind == "number") {  // NaN and the infinities
@@ -201,7 +190,6 @@ HRESULT ResultPlace::Clear() const {
 HRESULT ResultPlace::PutText(const cJSON* value) const {
   auto& text = *static_cast<BSTR*>(place_);
   if (cJSON_IsString(value)) text = NewText(cJSON_GetStringValue(value));
-  if (IsAddress(value)) text = NewAddress(value);
   return S_OK;
 }
 

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 
-#include "engine/file_address.h"
 #include "engine/shims.h"
 
 namespace testbrowser::engine {

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <cctype>
 #include <memory>
+#include <optional>
 
 #include "com/encoding.h"
 
@@ -96,50 +97,47 @@ std::string WindowsPath(const std::string& linux_path) {
   return path != nullptr ? ToUtf8(path.get()) + linux_path.substr(plain) : "";
 }
 
-struct SplitAddress {
-  std::string_view path;
-  std::string_view tail;  ///< "?query#fragment"
+struct LocalFile {
+  std::string path;  ///< decoded, with forward slashes: "C:/a b.htm", or "home/u" of Linux
+  std::string tail;  ///< "?query#fragment"
 };
 
-SplitAddress Split(std::string_view text) {
-  const auto end = std::min(text.find_first_of("?#"), text.size());
-  return {text.substr(0, end), text.substr(end)};
-}
-
-std::string WithForwardSlashes(std::string text) {
-  std::ranges::replace(text, '\\', '/');
-  return text;
+/// @return nothing for what is neither a file's address nor a path with a drive.
+std::optional<LocalFile> Parse(std::string_view address) {
+  LocalFile file{std::string(address), {}};
+  if (HasScheme(address)) {
+    const std::string_view rest = address.substr(kScheme.size());
+    const auto end = std::min(rest.find_first_of("?#"), rest.size());
+    const auto begin = std::min(rest.find_first_not_of("/\\"), end);
+    file = {PercentDecoded(rest.substr(begin, end - begin)), std::string(rest.substr(end))};
+  } else if (!BeginsWithDrive(address)) {
+    return std::nullopt;
+  }
+  std::ranges::replace(file.path, '\\', '/');
+  if (BeginsWithDrive(file.path)) {
+    file.path[0] = static_cast<char>(std::toupper(static_cast<unsigned char>(file.path[0])));
+    file.path[1] = ':';
+  }
+  return file;
 }
 
 }  // namespace
 
-std::string ToEngineAddress(std::string_view address) {
-  const bool is_address = HasScheme(address);
-  if (!is_address && !BeginsWithDrive(address)) return std::string(address);
-  SplitAddress parts{address, {}};
-  if (is_address) parts = Split(address.substr(kScheme.size()));
-  std::string path = WithForwardSlashes(std::string(parts.path));
-  if (is_address) path = PercentDecoded(path);
-  std::string_view drive_path = path;
-  drive_path.remove_prefix(std::min(drive_path.find_first_not_of('/'), drive_path.size()));
-  if (!BeginsWithDrive(drive_path)) return std::string(address);
-  std::string windows_path(drive_path);
-  windows_path[1] = ':';
-  std::ranges::replace(windows_path, '/', '\\');
-  const std::string linux_path = LinuxPath(windows_path);
-  if (linux_path.empty()) return std::string(address);
-  return "file://" + PercentEncoded(linux_path) + std::string(parts.tail);
+std::string ToWindowsAddress(std::string_view address) {
+  const auto file = Parse(address);
+  if (!file) return std::string(address);
+  std::string path = BeginsWithDrive(file->path) ? file->path : WindowsPath("/" + file->path);
+  std::ranges::replace(path, '\\', '/');
+  return path.empty() ? std::string(address) : "file:///" + PercentEncoded(path) + file->tail;
 }
 
-std::string ToWindowsAddress(std::string_view address) {
-  if (!HasScheme(address)) return std::string(address);
-  const auto [path, tail] = Split(address.substr(kScheme.size()));
-  const std::string linux_path =
-      PercentDecoded(path.substr(std::min(path.find_first_not_of('/'), path.size())));
-  if (BeginsWithDrive(linux_path)) return std::string(address);
-  const std::string windows_path = WindowsPath("/" + linux_path);
-  if (windows_path.empty()) return std::string(address);
-  return "file:///" + PercentEncoded(WithForwardSlashes(windows_path)) + std::string(tail);
+std::string ToLinuxAddress(std::string_view windows_address) {
+  const auto file = Parse(windows_address);
+  if (!file || !BeginsWithDrive(file->path)) return std::string(windows_address);
+  std::string windows_path = file->path;
+  std::ranges::replace(windows_path, '/', '\\');
+  const std::string path = LinuxPath(windows_path);
+  return path.empty() ? std::string(windows_address) : "file://" + PercentEncoded(path) + file->tail;
 }
 
 }  // namespace testbrowser::engine

@@ -1,5 +1,5 @@
-// Addresses of local files. Windows programs say file:///C:/x/y.htm, Chromium, which is no Windows program,
-// says file:///home/u/…: what goes in is turned one way, what comes out the other.
+// Addresses of local files. A page and its clients know a file as file:///C:/x/y.htm; Chromium, which is no
+// Windows program, reads it as file:///home/u/….
 #pragma once
 
 #include <string>
@@ -7,11 +7,10 @@
 
 namespace testbrowser::engine {
 
-/// An address or a bare path in any form that Windows programs write (`C:\x`, `file://c:/a b.htm`,
-/// `file:///Z:/…`) as Chromium's address; addresses of other schemes stay as they are. UTF-8.
-std::string ToEngineAddress(std::string_view windows_address);
-/// Chromium's `file:` address with the drive letter that Windows programs know it under; others stay as they
-/// are.
-std::string ToWindowsAddress(std::string_view engine_address);
+/// A file's address or bare path in any form that Windows programs write (`C:\x`, `file://c:/a b.htm`), or a
+/// Linux address, as a page has it: `file:///C:/a%20b.htm`. Other addresses stay as they are. UTF-8.
+std::string ToWindowsAddress(std::string_view address);
+/// The address under which Chromium reads the file; what is no local file of a drive stays as it is. UTF-8.
+std::string ToLinuxAddress(std::string_view windows_address);
 
 }  // namespace testbrowser::engine

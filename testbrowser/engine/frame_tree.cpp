@@ -2,16 +2,14 @@
 
 #include <algorithm>
 
-#include "engine/file_address.h"
-
 namespace testbrowser::engine {
 namespace {
 
 void SetAddress(FrameTree::Frame& frame, const cJSON* description) {
   const std::string failed = MemberText(description, "unreachableUrl");
   frame.is_error_page = !failed.empty();
-  const std::string shown = MemberText(description, "url") + MemberText(description, "urlFragment");
-  frame.url = ToWindowsAddress(frame.is_error_page ? failed : shown);
+  frame.url =
+      frame.is_error_page ? failed : MemberText(description, "url") + MemberText(description, "urlFragment");
 }
 
 }  // namespace

@@ -58,7 +58,7 @@ void Page::Navigate(std::string_view url) { NavigateFrame(MainFrame(), url); }
 void Page::NavigateFrame(const FrameId& frame, std::string_view url) {
   if (frame == MainFrame() && url == "about:blank") parts_->unasked_entry.reset();
   parts_->session.Send(
-      "Page.navigate", JsonObject().Add("url", ToEngineAddress(url)).Add("frameId", frame).Take(),
+      "Page.navigate", JsonObject().Add("url", ToWindowsAddress(url)).Add("frameId", frame).Take(),
       [this, frame, asked = std::string(url)](Reply reply) {
         const std::string error = reply ? MemberText(reply->get(), "errorText") : reply.error();
         if (error.empty()) return;

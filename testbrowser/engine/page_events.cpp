@@ -44,7 +44,7 @@ void OnNavigatedWithinDocument(PageParts& page, const cJSON* params) {
   const FrameId id = MemberText(params, "frameId");
   FrameTree::Frame* frame = page.frames.Find(id);
   if (frame == nullptr) return;
-  const std::string url = frame->url = ToWindowsAddress(MemberText(params, "url"));
+  const std::string url = frame->url = MemberText(params, "url");
   page.Tell([&](PageListener& listener) { listener.OnNavigated(id, url, true); });
 }
 
@@ -102,6 +102,14 @@ void OnDialogOpening(PageParts& page, const cJSON*) {
 
 void OnPaused(PageParts& page, const cJSON* params) { page.boxes.OnPaused(params); }
 void OnResumed(PageParts& page, const cJSON*) { page.boxes.Drop(); }
+
+/// A local file, asked for by its Windows address.
+void OnRequestPaused(PageParts& page, const cJSON* params) {
+  const std::string url = MemberText(Member(params, "request"), "url");
+  page.session.Send(
+      "Fetch.continueRequest",
+      JsonObject().Add("requestId", MemberText(params, "requestId")).Add("url", ToLinuxAddress(url)).Take());
+}
 
 void OnScreencastFrame(PageParts& page, const cJSON* params) { page.screencast.AddFrame(params); }
 void OnDragIntercepted(PageParts& page, const cJSON* params) { page.input.BeginDrag(params); }
@@ -161,6 +169,7 @@ const std::map<std::string, Handler>& Handlers() {
       {"Page.frameStoppedLoading", OnFrameStoppedLoading},
       {"Page.lifecycleEvent", OnLifecycleEvent},
       {"Page.screencastFrame", OnScreencastFrame},
+      {"Fetch.requestPaused", OnRequestPaused},
       {"Input.dragIntercepted", OnDragIntercepted},
       {"Page.javascriptDialogOpening", OnDialogOpening},
       {"Runtime.executionContextCreated", OnContextCreated},

@@ -67,6 +67,17 @@ TEST_F(EngineTest, NavigationIsToldAndFailuresKeepTheirAddress) {
   EXPECT_FALSE(page_->Go(5));
 }
 
+TEST_F(EngineTest, PagesKnowLocalFilesByTheirWindowsAddress) {
+  const std::string script = ToWindowsAddress(FileWith("var loaded = 'from the drive'"));
+  Show("<script src='" + script + "'></script><title>" + script + "</title>");
+  EXPECT_EQ(Run("loaded"), "\"from the drive\"");
+  EXPECT_EQ(Run("location.href"), "\"" + page_->FrameUrl(page_->MainFrame()) + "\"");
+  // From a page's own script, and as a parent folder's file.
+  Run("location.href = '../' + location.pathname.split('/').slice(-2).join('/') + '?again'");
+  EXPECT_TRUE(Await([&] { return page_->FrameUrl(page_->MainFrame()).ends_with(".html?again"); }));
+  EXPECT_EQ(Run("loaded"), "\"from the drive\"");
+}
+
 TEST_F(EngineTest, AlertBlocksItsCallWhileOthersAreAnswered) {
   recorder_.on_box = [this] {
     EXPECT_EQ(Run("document.title"), "\"under the box\"");
@@ -114,8 +125,7 @@ TEST_F(EngineTest, AModalDialogTakesArgumentsAndGivesItsValueBack) {
       "<script>window.seen = dialogArguments.n;"
       "setTimeout(() => { returnValue = {doubled: seen * 2}; close(); }, 100)</script>");
   Show("<title>opener</title>");
-  EXPECT_EQ(Run("showModalDialog('" + ToWindowsAddress(ToEngineAddress(address)) +
-                "', {n: 21}, 'dialogWidth:9px')"),
+  EXPECT_EQ(Run("showModalDialog('" + ToWindowsAddress(address) + "', {n: 21}, 'dialogWidth:9px')"),
             "{\"doubled\":42}");
   EXPECT_TRUE(dialog.closed);
   EXPECT_FALSE(dialog.crashed);
@@ -130,7 +140,7 @@ class PopupTest : public EngineTest {
   }
   /// Runs a script that opens a window, and waits until the page in it is loaded.
   void Open(const std::string& script) {
-    Run("var address = '" + ToEngineAddress(FileWith("<script>saw = agentCameFirst</script>")) + "';" +
+    Run("var address = '" + ToWindowsAddress(FileWith("<script>saw = agentCameFirst</script>")) + "';" +
         script);
     EXPECT_TRUE(Await([&] { return !popup_.events.empty() && popup_.events.back() == "finished"; }));
     ASSERT_NE(recorder_.other_page, nullptr);
@@ -256,11 +266,11 @@ TEST_F(EngineTest, PicturesFollowThePageItsSizeAndItsNavigation) {
 
 TEST(FileAddress, GoesBothWays) {
   struct Row {
+    const char* given;
+    const char* linux;
     const char* windows;
-    const char* engine;
-    const char* back;
   };
-  for (const auto& [windows, engine, back] : {
+  for (const auto& [given, linux, windows] : {
            Row{"Z:\\tmp\\a b.htm", "file:///tmp/a%20b.htm", "file:///Z:/tmp/a%20b.htm"},
            Row{"file:///Z:/tmp/a%20b.htm?x=%20#y", "file:///tmp/a%20b.htm?x=%20#y",
                "file:///Z:/tmp/a%20b.htm?x=%20#y"},
@@ -271,8 +281,9 @@ TEST(FileAddress, GoesBothWays) {
            Row{"http://127.0.0.1/C:/x", "http://127.0.0.1/C:/x", "http://127.0.0.1/C:/x"},
            Row{"about:blank", "about:blank", "about:blank"},
        }) {
-    EXPECT_EQ(ToEngineAddress(windows), engine);
-    EXPECT_EQ(ToWindowsAddress(engine), back);
+    EXPECT_EQ(ToWindowsAddress(given), windows);
+    EXPECT_EQ(ToLinuxAddress(given), linux);
+    EXPECT_EQ(ToWindowsAddress(linux), windows);
   }
 }
 

@@ -34,7 +34,6 @@ function propertyValue(element, name) {
   const value = isMeasure(element, name) ? Number(element.getAttribute(name)) : element[name];
   if (name === 'maxLength' && value < 0) return 0x7fffffff;
   if (isEventName(name)) return value;
-  if (name === 'href' || name === 'src') return value ? address(value) : textVariant('');
   return typeof value === 'string' ? textVariant(value) : value;
 }
 

@@ -49,7 +49,7 @@ define('IHTMLDocument2', {
   },
   get_readyState: () => READY_STATES[document.readyState],
   get_location: () => window.location,
-  get_URL: () => address(document.URL),
+  get_URL: () => textOrNull(document.URL),
   put_URL(self, url) {
     window.location.href = url;
   },
@@ -72,7 +72,7 @@ define('IHTMLDocument2', {
   put_designMode(self, mode) {
     document.designMode = mode;
   },
-  get_nameProp: () => document.title || address(document.URL),
+  get_nameProp: () => document.title || textOrNull(document.URL),
   get_selection: () => {
     throw new ComError(E_NOTIMPL);
   },
@@ -107,7 +107,7 @@ define('IHTMLDocument3', {
 define('IHTMLDocument4', {
   focus: () => window.focus(),
   hasFocus: () => document.hasFocus(),
-  get_URLUnencoded: () => address(decodeURI(document.URL)),
+  get_URLUnencoded: () => textOrNull(decodeURI(document.URL)),
   createEventObject: (self, like) => new CustomEvent('', { detail: like }),
   fireEvent: (self, name, event) => fireEvent(document, name, event),
 });

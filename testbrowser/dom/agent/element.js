@@ -51,7 +51,7 @@ function defineValues(name, ...properties) {
 function defineAddresses(name, ...properties) {
   for (const property of properties) {
     define(name, {
-      [`get_${property}`]: (element) => address(element[property]),
+      [`get_${property}`]: (element) => textOrNull(element[property]),
       [`put_${property}`](element, url) {
         element[property] = url;
       },
@@ -103,7 +103,7 @@ define('IHTMLElement', {
     if (element.click) element.click();
     else element.dispatchEvent(new MouseEvent('click', { bubbles: true, cancelable: true, composed: true }));
   },
-  toString: (element) => (element instanceof HTMLAnchorElement ? address(element.href) : '[object]'),
+  toString: (element) => (element instanceof HTMLAnchorElement ? element.href : '[object]'),
 });
 
 defineValues('IHTMLElement2', 'accessKey', 'dir', 'scrollLeft', 'scrollTop', 'tabIndex');

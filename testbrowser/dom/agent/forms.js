@@ -14,7 +14,7 @@ define('IHTMLInputElement', {
   },
   get_size: (input) => input.size,
   put_size: putSize,
-  get_src: (input) => address(input.src),
+  get_src: (input) => textOrNull(input.src),
   get_status: (input) => input.checked,
   put_status(input, checked) {
     input.checked = checked;

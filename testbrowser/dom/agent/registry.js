@@ -45,9 +45,6 @@ const textOrNull = (text) => (text === '' || text === null || text === undefined
 /** The same inside a VARIANT, where null would be VT_NULL. */
 const textVariant = (text) => (text === '' ? new Encoded({ $: 'no text' }) : text);
 
-/** An address, which the other side turns into Windows' form. */
-const address = (url) => (/^file:/i.test(url) ? new Encoded({ $: 'address', v: url }) : textOrNull(url));
-
 const members = new Map();
 const fallbacks = new Map();
 

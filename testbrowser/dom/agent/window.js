@@ -67,7 +67,7 @@ function runScript(code) {
 }
 
 define('IHTMLLocation', {
-  get_href: (place) => address(place.href),
+  get_href: (place) => textOrNull(place.href),
   put_href(place, url) {
     place.href = url;
   },
@@ -81,5 +81,5 @@ define('IHTMLLocation', {
   reload: (place) => place.reload(),
   replace: (place, url) => place.replace(url),
   assign: (place, url) => place.assign(url),
-  toString: (place) => address(place.href),
+  toString: (place) => place.href,
 });
