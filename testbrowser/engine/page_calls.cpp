@@ -29,6 +29,22 @@ std::string ContextOf(const PageParts& page, const FrameId& id) {
   return frame != nullptr && !page.closed ? frame->context : "";
 }
 
+/// Asks in a frame's context. When that goes away with its document, Chromium may forget to answer.
+Reply RequestIn(const PageParts& page, const FrameId& id, const std::string& context, const char* method,
+                JsonPtr params) {
+  constexpr std::chrono::milliseconds kLastWords(500);
+  const auto reply = std::make_shared<std::optional<Reply>>();
+  page.session.Send(method, std::move(params), [reply](Reply answer) { *reply = std::move(answer); });
+  const auto is_answered = [&] { return reply->has_value(); };
+  const auto is_over = [&] {
+    const auto* frame = page.frames.Find(id);
+    return is_answered() || frame == nullptr || frame->context != context;
+  };
+  Connection& connection = *page.session.connection;
+  if (connection.WaitUntil(is_over)) connection.WaitUntil(is_answered, kLastWords);
+  return is_answered() ? std::move(**reply) : std::unexpected(std::string());
+}
+
 std::string ExceptionText(const cJSON* details) {
   const cJSON* exception = Member(details, "exception");
   if (std::string text = MemberText(exception, "description"); !text.empty()) return text;
@@ -84,7 +100,7 @@ CallResult Page::Call(const FrameId& frame, std::string_view function, JsonPtr a
   const std::string context = ContextOf(*parts_, frame);
   if (context.empty()) return Gone(*parts_);
   JsonPtr params = CallOfAgent(context, function, std::move(args)).Add("returnByValue", true).Take();
-  Reply reply = parts_->session.Request("Runtime.callFunctionOn", std::move(params));
+  Reply reply = RequestIn(*parts_, frame, context, "Runtime.callFunctionOn", std::move(params));
   AwaitEnd(*parts_);
   return ToResult(*parts_, std::move(reply));
 }
@@ -98,27 +114,27 @@ CallResult Page::Evaluate(const FrameId& frame, std::string_view script) {
                        .Add("returnByValue", true)
                        .Add("userGesture", true)
                        .Take();
-  return ToResult(*parts_, parts_->session.Request("Runtime.evaluate", std::move(params)));
+  return ToResult(*parts_, RequestIn(*parts_, frame, context, "Runtime.evaluate", std::move(params)));
 }
 
 void Page::AwaitScripts() {
   const auto* frame = parts_->frames.Find(MainFrame());
-  // Asked of no context in particular, a question that a navigation overtakes may never be answered.
   if (frame == nullptr || frame->context.empty()) return;
-  parts_->session.Request("Runtime.evaluate",
-                          JsonObject().Add("expression", "0").Add("uniqueContextId", frame->context).Take());
+  const std::string context = frame->context;
+  RequestIn(*parts_, MainFrame(), context, "Runtime.evaluate",
+            JsonObject().Add("expression", "0").Add("uniqueContextId", context).Take());
 }
 
 std::optional<FrameId> Page::FrameOfElement(const FrameId& frame, int node) {
   const std::string context = ContextOf(*parts_, frame);
   if (context.empty()) return {};
-  const Reply element = parts_->session.Request(
-      "Runtime.callFunctionOn", CallOfAgent(context, "element", JsonArray(JsonNumber(node))).Take());
+  const Reply element = RequestIn(*parts_, frame, context, "Runtime.callFunctionOn",
+                                  CallOfAgent(context, "element", JsonArray(JsonNumber(node))).Take());
   if (!element) return {};
   const std::string object = MemberText(Member(element->get(), "result"), "objectId");
   if (object.empty()) return {};
   const Reply described =
-      parts_->session.Request("DOM.describeNode", JsonObject().Add("objectId", object).Take());
+      RequestIn(*parts_, frame, context, "DOM.describeNode", JsonObject().Add("objectId", object).Take());
   parts_->session.Send("Runtime.releaseObject", JsonObject().Add("objectId", object).Take());
   if (!described) return {};
   FrameId inner = MemberText(Member(described->get(), "node"), "frameId");
@@ -131,11 +147,14 @@ std::optional<int> Page::OwnerElement(const FrameId& frame) {
   const auto parent = ParentFrame(frame);
   const std::string context = parent ? ContextOf(*parts_, *parent) : "";
   if (context.empty()) return {};
-  const Reply owner = parts_->session.Request("DOM.getFrameOwner", JsonObject().Add("frameId", frame).Take());
+  const auto request = [&](const char* method, JsonPtr params) {
+    return RequestIn(*parts_, *parent, context, method, std::move(params));
+  };
+  const Reply owner = request("DOM.getFrameOwner", JsonObject().Add("frameId", frame).Take());
   if (!owner) return {};
-  const Reply resolved = parts_->session.Request(
-      "DOM.resolveNode",
-      JsonObject().Add("backendNodeId", MemberNumber(owner->get(), "backendNodeId")).Take());
+  const Reply resolved =
+      request("DOM.resolveNode",
+              JsonObject().Add("backendNodeId", MemberNumber(owner->get(), "backendNodeId")).Take());
   if (!resolved) return {};
   const std::string object = MemberText(Member(resolved->get(), "object"), "objectId");
   JsonPtr params = JsonObject()
@@ -144,8 +163,7 @@ std::optional<int> Page::OwnerElement(const FrameId& frame) {
                        .Add("objectId", object)
                        .Add("returnByValue", true)
                        .Take();
-  const CallResult number =
-      ToResult(*parts_, parts_->session.Request("Runtime.callFunctionOn", std::move(params)));
+  const CallResult number = ToResult(*parts_, request("Runtime.callFunctionOn", std::move(params)));
   parts_->session.Send("Runtime.releaseObject", JsonObject().Add("objectId", object).Take());
   if (!number || cJSON_IsNumber(number->get()) == 0) return {};
   return (*number)->valueint;

@@ -117,14 +117,12 @@ int Run(const CommandLine& line) {
   // Held from now on: otherwise the first proxies read whole libraries, 100 ms each.
   dom::TypeInfoOf(__uuidof(IHTMLDocument2));
   dom::TypeInfoOf(__uuidof(IWebBrowser2));
-  switch (line.purpose) {
-    case CommandLine::Purpose::kServeBrowser:
-      return ServeBrowser(line);
-    case CommandLine::Purpose::kServeWindows:
-      return ServeWindows(line);
-    default:
-      return Browse(line);
-  }
+  if (line.purpose == CommandLine::Purpose::kServeWindows) return ServeWindows(line);
+  const int status = line.purpose == CommandLine::Purpose::kServeBrowser ? ServeBrowser(line) : Browse(line);
+  // The answer to the call that closed the last window is on another thread, which ends with the process.
+  constexpr DWORD kLastAnswers = 200;  // ms
+  Sleep(kLastAnswers);
+  return status;
 }
 
 }  // namespace
