@@ -45,8 +45,8 @@ void PageParts::SetUp(const std::vector<std::string>& scripts) {
   AddScript(shims::kDropDowns);
   for (const auto& script : scripts) AddScript(script);
   session.Send("Debugger.enable");
-  const auto local_files = [] { return JsonObject().Add("urlPattern", "file:///?:/*").Take(); };
-  session.Send("Fetch.enable", JsonObject().Add("patterns", JsonArray(local_files())).Take());
+  JsonPtr local_files = JsonArray(JsonObject().Add("urlPattern", "file:///?:/*").Take());
+  session.Send("Fetch.enable", JsonObject().Add("patterns", std::move(local_files)).Take());
   session.Send("Input.setInterceptDrags", Enabled());
   session.Send("Emulation.setFocusEmulationEnabled", Enabled());
 }

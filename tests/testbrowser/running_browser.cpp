@@ -41,7 +41,7 @@ RunningBrowser::RunningBrowser(const std::wstring& arguments, const std::wstring
   PROCESS_INFORMATION started{};
   if (CreateProcessW(nullptr, command.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &startup,
                      &started) == 0) {
-    ADD_FAILURE() << "testbrowser.exe does not start";
+    ADD_FAILURE() << "testbrowser.exe does not start, error " << GetLastError();
     return;
   }
   CloseHandle(started.hThread);
