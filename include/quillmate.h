@@ -2,60 +2,102 @@
  * @file
  * Quillmate: drives Internet Explorer pages for a software robot.
  *
- * Every command takes one NUL-terminated UTF-8 text, a JSON object whose members are strings, and returns
- * JSON text with up to three members in this order:
+ * This file is the contract of every command. The tables of docs/commands.md are made from it by
+ * tools/reference, which reads the comments: their layout is fixed.
  *
- *     {"success": true or false, "result": a number, a boolean, a text, an array or an object, "log": a
- * message}
+ * Linking: every command is declared as quillmate_NAME, and the import library offers these names only. The
+ * DLL exports the plain NAMEs ("open", "click"), which GetProcAddress finds; QUILLMATE_LOAD does that with
+ * the right type. Linking therefore never captures open, close and the like of the C library. The import
+ * library also offers cJSON's whole interface, which is declared in cJSON's own header.
  *
- * A plain success has "result" true. A failure has "success" false, "result" 0 and its message as "log",
- * unless the command says otherwise; a success has no "log". Member names of the parameters are compared
- * without regard to case; a member that is missing or no string is the empty text. Values written as
- * "exactly" are compared with case. Parameters are checked before the browser is touched.
+ * Parameters: a command takes one NUL-terminated UTF-8 text, a JSON object whose members are strings:
  *
- * Texts in an envelope are in the system's ANSI code page, unless the command says UTF-8. Parameter text that
- * is not UTF-8, or has 524,280 UTF-16 units or more, counts as empty.
+ *     {"target": "id=user", "value": "Grace"}
  *
- * Ownership: the returned text belongs to the library. There are two buffers: numbers and booleans (every
- * failure among them) share one, texts, arrays and objects the other. A text stays valid until the next
- * result of its own group; copy it before that. A command returns null when there is no memory for its
- * envelope.
+ * Member names are compared without regard to case, values with case. A member that is missing or is no
+ * string is the empty text. The parameters are checked, in the order of the list of failures, before the
+ * browser is touched. Text that is no JSON object, is not UTF-8, or has 524,280 or more UTF-16 units counts
+ * as empty.
  *
- * Threads: commands may be called from any thread; they run one after the other, and copying a result before
- * another thread's command replaces it is the host's business. A host that is called back on the same thread
- * while a command runs, and issues another command from there, gets that command's failure. The calling
- * thread is initialised for COM as a single-threaded apartment unless it is initialised already; the current
- * surface and remembered elements belong to the thread that chose them.
+ * Result: a command returns JSON text with up to three members in this order:
  *
- * Messages of the parameter checks ("%s" and "%d" are part of the text and never filled in):
- * - general check: "Parameter verification failed!"
- * - window check: "Parameter verification failed! The window location mechanism is index=number,..."
- * - element check: "Parameter verification failed! The element location mechanism not support."
- * - frame check: "Parameter verification failed! The frame location mechanism is index/id/name/src=%s. ..."
- * - coordinate check: "Parameter verification failed! The value of the coordinate position should be %d,%d."
- * - option check: "Parameter verification failed! The value of the option should be index=number or
- *   value/label=%s."
- * - area check: "Parameter verification failed! Area should be left-top|center|right-bottom."
- * - local file check: "Parameter verification failed!The local file path does not exist!"
+ *     {"success": true or false, "result": VALUE, "log": MESSAGE}
  *
- * "The search's message" is "Element not found!", or for a path that fails at one of its steps
- * "Find element failed in N's Xpath node [ STEP ]!" with the step's number and text filled in.
+ * "Result: success" below means that "result" is true. A failure has "success" false, "result" 0 and its
+ * message as "log", unless a note says otherwise. A success has no "log".
  *
- * docs/commands.md describes the same at more length, docs/locators.md the locators.
+ * Code page: parameter text is converted to the system's ANSI code page before it is parsed, and the texts
+ * in a result are in that code page, except where "in UTF-8" is said. A character that the code page lacks
+ * becomes a similar one or the code page's default character, which is usually "?".
  *
- * Some names (open, close) are also the C library's: a file that includes <io.h> or <unistd.h> defines
- * QUILLMATE_NO_PROTOTYPES and finds the commands at run time, by GetProcAddress and quillmate_command.
+ * Ownership: the returned text belongs to the library. There are two buffers: numbers and booleans, all
+ * failures among them, share the first; texts, arrays and objects share the second. A text stays valid
+ * until the next result in the same buffer, from whatever thread. Copy it at once. A command returns null
+ * when there is no memory for its result.
  *
- * The library also exports cJSON's whole interface, for which its own header cJSON.h stands.
+ * Threads: any thread may call. Commands run on the calling thread, one after the other. The selected
+ * surface, the selected frames and the remembered elements belong to the process. When several threads
+ * call, the host itself must keep another thread's command from replacing a result before it is copied.
+ *
+ * Apartments: the first command on a thread that has not initialised COM makes it a single-threaded
+ * apartment and leaves it so. A later CoInitializeEx for a multi-threaded apartment fails there. A thread
+ * that has initialised COM, in whichever way, keeps its apartment. The host must not undo an initialisation
+ * that it did not make. A call to a browser that hangs is given up after about five seconds.
+ *
+ * Message loops: a command that waits does not answer the mouse or the keyboard of the host's windows. Sent
+ * messages come in while a call to the browser is under way, so a window procedure may run during a command
+ * on its thread. A command issued from there fails at once with one of its messages; the running command is
+ * not disturbed. A program with windows therefore calls from a thread of its own: see examples/hosts/.
+ *
+ * Unloading: FreeLibrary works between commands. Once a call to a page has timed out, the library stays
+ * loaded until the process ends. Browsers outlive the host.
+ *
+ * No exception leaves a command.
+ *
+ * Checks, what they accept, and their messages ("%s" and "%d" are part of the text and are never filled
+ * in). Locators are 1 to 65,535 bytes long. N is a whole number without leading zeros.
+ * - general check (any text of at most 65,535 bytes): "Parameter verification failed!"
+ * - window check (an element locator, index=N, title=TEXT, url=ADDRESS with http, https or file, or
+ *   handle=NUMBER): "Parameter verification failed! The window location mechanism is
+ *   index=number,url/title/xpath=%s. The value starts with the preceding four methods to locate the window
+ *   position. index indicates the sequence position of the window (the sequence position refers to the
+ *   sequence of tab pages in all IE windows), and url indicates the page URL of the window, title indicates
+ *   the page title of the window, and xpath indicates the element that is located using the new element
+ *   locating mechanism."
+ * - element check (id=, name= or class= with a value, or xpath= with a path or nothing): "Parameter
+ *   verification failed! The element location mechanism not support."
+ * - frame check (relative=parent, relative=top, index=N, or id=, name= or src= with any text): "Parameter
+ *   verification failed! The frame location mechanism is index/id/name/src=%s. The window position is
+ *   located by index, id, name, and src, where index=num indicates the sequence position of the window to
+ *   be switched."
+ * - coordinate check (X,Y, whole numbers of 32 bits without blanks, plus signs or leading zeros):
+ *   "Parameter verification failed! The value of the coordinate position should be %d,%d."
+ * - option check (index=N, or value= or label= with any text): "Parameter verification failed! The value of
+ *   the option should be index=number or value/label=%s."
+ * - area check (left-top, center or right-bottom): "Parameter verification failed! Area should be
+ *   left-top|center|right-bottom."
+ * - local file check (a file:/// address of an existing file or folder): "Parameter verification failed!The
+ *   local file path does not exist!"
+ *
+ * "The search's message" is "Element not found!", or for a path that fails at one of its steps "Find
+ * element failed in N's Xpath node [ STEP ]!", where N and STEP stand for the step's number and text.
+ *
+ * A command that cannot run, because memory is short or because it was issued from within another one,
+ * fails with one of its own messages.
  */
 #ifndef QUILLMATE_H
 #define QUILLMATE_H
 
+#ifndef QUILLMATE_API
 #ifdef _WIN32
 #define QUILLMATE_API __declspec(dllimport)
 #else
 #define QUILLMATE_API
 #endif
+#endif
+
+/** The version of this header, and the only place that states it: the library's own is made from here. */
+#define QUILLMATE_VERSION "1.0.0"
 
 #ifdef __cplusplus
 extern "C" {
@@ -64,605 +106,928 @@ extern "C" {
 /** The type of every command. */
 typedef const char* (*quillmate_command)(const char* parameters);
 
-#ifndef QUILLMATE_NO_PROTOTYPES
+/**
+ * Finds a command in a loaded library: QUILLMATE_LOAD(library, click) is the exported function "click" with
+ * its type, or null when the library has none. A name that is no command does not compile. Needs <windows.h>,
+ * and nothing of the import library.
+ */
+#define QUILLMATE_LOAD(library, name) \
+  ((void)sizeof(&quillmate_##name), (quillmate_command)(void (*)(void))GetProcAddress((library), #name))
 
 /** @name Windows, tabs and browsers
- * A surface is a tab of an Internet Explorer window, a tab of a window that hosts its engine, or a
- * modal HTML dialog. Most commands act on the current one.
+ * A surface is a tab of an Internet Explorer window, a tab of a window that hosts its engine, or a modal
+ * HTML dialog. Most commands act on the selected one.
  * @{ */
 
 /**
- * Makes a surface current and brings it to the front.
- * @param parameters
- *     - "target": a window locator.
- * @return a plain success. Fails with: window check, "Browser not found!", "Failed to place the web
- *     page to top!".
- * @note A surface that cannot be brought forward is current all the same. Its window is maximised as it
- *     comes forward. The selected frames are forgotten.
+ * Selects a surface and brings it to the front.
+ *
+ * Parameters:
+ * - "target" (window locator, required): the surface.
+ * Result: success.
+ * Fails with:
+ * - window check: "target" is no window locator.
+ * - "Browser not found!": no surface matches.
+ * - "Failed to place the web page to top!": the tab or its window cannot be brought to the front.
+ * Note: A surface that cannot be brought to the front is selected all the same. Bringing it to the front
+ *   maximises its window. The frames that were selected before are forgotten.
  */
-QUILLMATE_API const char* selectwindow(const char* parameters);
+QUILLMATE_API const char* quillmate_selectwindow(const char* parameters);
 
 /**
- * Makes a surface current and leaves it where it is.
- * @param parameters
- *     - "target": a window locator.
- *     - "tab-status": exactly "loading": wait up to 5 seconds for the page; any other text: do not
- *       wait.
- * @return a plain success. Fails with: window check, "Browser not found!", "The page load timeout.".
- * @note After a time-out the surface is current all the same.
+ * Selects a surface and leaves it where it is.
+ *
+ * Parameters:
+ * - "target" (window locator, required): the surface.
+ * - "tab-status" (word, may be empty): exactly "loading": wait up to 5 seconds for the page. Anything else:
+ *   do not wait.
+ * Result: success.
+ * Fails with:
+ * - window check: "target" is no window locator.
+ * - "Browser not found!": no surface matches.
+ * - "The page load timeout.": the page is still loading after 5 seconds.
+ * Note: After a time-out the surface is selected all the same. The frames that were selected before are
+ *   forgotten.
  */
-QUILLMATE_API const char* selectwindowuntop(const char* parameters);
+QUILLMATE_API const char* quillmate_selectwindowuntop(const char* parameters);
 
 /**
- * Starts a browser on "about:blank", shows it and makes it current.
- * @param parameters not read; may be null.
- * @return a plain success. Fails with: "Open new browser failed!".
+ * Starts a browser on "about:blank", shows it and selects it.
+ *
+ * Parameters: none, may be null.
+ * Result: success.
+ * Fails with:
+ * - "Open new browser failed!": no browser starts, or it does not navigate.
  */
-QUILLMATE_API const char* new_browser(const char* parameters);
+QUILLMATE_API const char* quillmate_new_browser(const char* parameters);
 
 /**
- * Navigates the current tab; starts a browser when no tab is current.
- * @param parameters
- *     - "target": the address, at most 65,535 bytes; of a "file:///" address the file must exist.
- *     - "by": empty: the current tab; exactly "_blank": a new tab, which becomes current.
- *     - "resize-max": exactly "False": leave the window as it is; any other text: maximise it and bring
- *       it to the front.
- * @return a plain success. Fails with: general check, local file check, "Open new tab failed!", "Select
- *     window size Fail!", "Browser not found!".
- * @note Waits up to 5 seconds for the page; a page that takes longer is no failure. "File:" with a
- *     capital is not checked. Percent escapes in a "file:" address are not decoded for the check.
+ * Opens an address in the selected tab. Starts a browser when no tab is selected.
+ *
+ * Parameters:
+ * - "target" (text of at most 65,535 bytes, may be empty): the address. The file of a "file:" address must
+ *   exist.
+ * - "by" (word, may be empty): empty: the selected tab. Exactly "_blank": a new tab, which is then
+ *   selected.
+ * - "resize-max" (word, may be empty): exactly "False": leave the window as it is. Anything else: maximise
+ *   it and bring it to the front.
+ * Result: success.
+ * Fails with:
+ * - general check: "target" is longer than 65,535 bytes, or "by" is neither empty nor "_blank".
+ * - local file check: "target" begins with "file:" and names no file or folder.
+ * - "Open new tab failed!": no browser starts, it does not navigate, or no new tab appears.
+ * - "Select window size Fail!": the window does not maximise.
+ * - "Browser not found!": the window is gone before it is maximised.
+ * Note: Waits up to 5 seconds for the page. A page that takes longer is no failure.
+ * Note: The file check takes what follows the first eight bytes as a path and does not decode percent
+ *   escapes. A local address with a query or a fragment ("page.html?id=1", "page.html#top") therefore fails
+ *   it. To open such a page, open it without them and let a script set "location.search" or
+ *   "location.hash". "File:" with a capital is not checked at all.
  */
-QUILLMATE_API const char* open(const char* parameters);
+QUILLMATE_API const char* quillmate_open(const char* parameters);
 
 /**
- * Closes the window of the current surface, with all its tabs.
- * @param parameters not read; may be null.
- * @return a plain success, after which nothing is current. Fails with: "Frame not found!", "Quit
- *     failed!".
+ * Closes the window of the selected surface with all its tabs.
+ *
+ * Parameters: none, may be null.
+ * Result: success. Nothing is selected afterwards.
+ * Fails with:
+ * - "Frame not found!": no window is selected, or it is gone.
+ * - "Quit failed!": the window cannot be closed.
  */
-QUILLMATE_API const char* quit(const char* parameters);
+QUILLMATE_API const char* quillmate_quit(const char* parameters);
 
 /**
- * Closes the current tab or dialog.
- * @param parameters
- *     - "option": exactly "others": close the other tabs of its window instead, by Ctrl+Alt+F4.
- * @return a plain success, after which nothing is current, whatever was closed. Fails with: "Frame not
- *     found!", "Close failed!".
+ * Closes the selected tab or dialog.
+ *
+ * Parameters:
+ * - "option" (word, may be empty): exactly "others": close the other tabs of its window instead, by
+ *   Ctrl+Alt+F4.
+ * Result: success. Nothing is selected afterwards, whatever was closed.
+ * Fails with:
+ * - "Frame not found!": no window is selected, or it is gone.
+ * - "Close failed!": the tab or dialog cannot be closed.
  */
-QUILLMATE_API const char* close(const char* parameters);
+QUILLMATE_API const char* quillmate_close(const char* parameters);
 
 /**
- * Loads the current page again.
- * @param parameters not read; may be null.
- * @return a plain success. Fails with: "Frame not found!", "Refresh Fail!".
- * @note "Frame not found!" means that the page is still loading. With nothing current the answer is
- *     "Refresh Fail!".
+ * Loads the page again.
+ *
+ * Parameters: none, may be null.
+ * Result: success.
+ * Fails with:
+ * - "Frame not found!": the page is still loading.
+ * - "Refresh Fail!": no window is selected, or the browser refuses.
  */
-QUILLMATE_API const char* refresh(const char* parameters);
+QUILLMATE_API const char* quillmate_refresh(const char* parameters);
 
 /**
  * Goes one page forward in the history.
- * @param parameters not read; may be null.
- * @return a plain success. Fails with: "Frame not found!", "Go forward Fail!".
+ *
+ * Parameters: none, may be null.
+ * Result: success.
+ * Fails with:
+ * - "Frame not found!": no window is selected, or it is gone.
+ * - "Go forward Fail!": there is no such page, or the surface is a dialog.
  */
-QUILLMATE_API const char* forward(const char* parameters);
+QUILLMATE_API const char* quillmate_forward(const char* parameters);
 
 /**
  * Goes one page back in the history.
- * @param parameters not read; may be null.
- * @return a plain success. Fails with: "Frame not found!", "Go back Fail!".
+ *
+ * Parameters: none, may be null.
+ * Result: success.
+ * Fails with:
+ * - "Frame not found!": no window is selected, or it is gone.
+ * - "Go back Fail!": there is no such page, or the surface is a dialog.
  */
-QUILLMATE_API const char* back(const char* parameters);
+QUILLMATE_API const char* quillmate_back(const char* parameters);
 
 /**
- * Sizes the window of the current surface.
- * @param parameters
- *     - "target": "max", or "WIDTH,HEIGHT" in screen pixels.
- * @return a plain success. Fails with: "Select window size Fail!", "Browser not found!".
- * @note Negative and out-of-range numbers, any other text, and a window that refuses answer "Select
- *     window size Fail!".
+ * Sets the size of the selected surface's window.
+ *
+ * Parameters:
+ * - "target" ("max" or size WIDTH,HEIGHT in screen pixels, required): the size.
+ * Result: success.
+ * Fails with:
+ * - "Select window size Fail!": "target" is no size, a number is negative or out of range, or the window
+ *   does not take the size.
+ * - "Browser not found!": no window is selected, or it is gone.
  */
-QUILLMATE_API const char* selectwindowsize(const char* parameters);
+QUILLMATE_API const char* quillmate_selectwindowsize(const char* parameters);
 
 /**
  * Reads the address of the page, or of the selected frame's page.
- * @param parameters not read; may be null.
- * @return the address, a text in UTF-8. Fails with: "Browser not found!", "Frame not found!", "Get url
- *     failed!".
+ *
+ * Parameters: none, may be null.
+ * Result: text in UTF-8. The address.
+ * Fails with:
+ * - "Browser not found!": no window is selected, or it is gone.
+ * - "Frame not found!": the page does not respond, or a selected frame is gone.
+ * - "Get url failed!": the page does not give its address.
  */
-QUILLMATE_API const char* currenturl(const char* parameters);
+QUILLMATE_API const char* quillmate_currenturl(const char* parameters);
 
 /** @} */
 
 /** @name Frames
- * Elements are searched in the page of the selected frame, which is found anew by its path for every
- * command.
+ * Elements are searched in the page of the selected frame. Every command finds the frame anew by the path
+ * of selections.
  * @{ */
 
 /**
  * Enters a frame of the selected frame's page, or goes back up.
- * @param parameters
- *     - "target": a frame locator.
- * @return a plain success. Fails with: frame check, "Frame not found!", "Can't find frame by " and the
- *     locator.
- * @note Each selection is relative to the one before. "relative=top" starts again, also when a selected frame
- *     has gone from the page. A failed selection changes nothing.
+ *
+ * Parameters:
+ * - "target" (frame locator, required): the frame, or "relative=parent" or "relative=top".
+ * Result: success.
+ * Fails with:
+ * - frame check: "target" is neither a frame locator nor JSON text.
+ * - "Frame not found!": no window is selected, its page does not respond, or a selected frame is gone.
+ * - "Can't find frame by TARGET": no frame matches. TARGET stands for the locator as it was given.
+ * Note: Each selection starts from the one before. "relative=top" goes back to the page itself, even when a
+ *   selected frame is gone. A failed selection changes nothing.
+ * Note: JSON text passes the check but never names a frame.
  */
-QUILLMATE_API const char* selectframe(const char* parameters);
+QUILLMATE_API const char* quillmate_selectframe(const char* parameters);
 
 /** @} */
 
 /** @name Scrolling and position
- * Positions are pixels of the screen as the host's process sees it; see Scaled displays.
+ * Positions are screen pixels as the host's process sees them; see "Scaled displays".
  * @{ */
 
 /**
  * Scrolls the page by an offset.
- * @param parameters
- *     - "value": the offset "X,Y" in CSS pixels.
- * @return a plain success. Fails with: coordinate check, "Frame not found!", "Scroll failed!".
+ *
+ * Parameters:
+ * - "value" (offset X,Y in CSS pixels, required): the distance.
+ * Result: success.
+ * Fails with:
+ * - coordinate check: "value" is no pair of numbers.
+ * - "Frame not found!": no window is selected, its page does not respond, or a selected frame is gone.
+ * - "Scroll failed!": the page refuses.
  */
-QUILLMATE_API const char* scroll(const char* parameters);
+QUILLMATE_API const char* quillmate_scroll(const char* parameters);
 
 /**
- * Scrolls an element, or the page, to a position.
- * @param parameters
- *     - "value": the position "X,Y" in CSS pixels.
- *     - "target": an element locator, or empty for the page.
- * @return a plain success. Fails with: coordinate check, element check, "Frame not found!", the
- *     search's message, "Target not support scroll, please check!", "Scroll failed!".
+ * Scrolls the page or an element to a position.
+ *
+ * Parameters:
+ * - "value" (position X,Y in CSS pixels, required): the position.
+ * - "target" (element locator, may be empty): the element. Empty: the page.
+ * Result: success.
+ * Fails with:
+ * - coordinate check: "value" is no pair of numbers.
+ * - element check: "target" is neither empty nor an element locator.
+ * - "Frame not found!": no window is selected, its page does not respond, or a selected frame is gone.
+ * - the search's message: no element matches.
+ * - "Target not support scroll, please check!": the element has nothing to scroll, or its overflow is
+ *   visible.
+ * - "Scroll failed!": the page refuses.
  */
-QUILLMATE_API const char* scrollto(const char* parameters);
+QUILLMATE_API const char* quillmate_scrollto(const char* parameters);
 
 /**
- * Scrolls until an element can be seen.
- * @param parameters
- *     - "target": an element locator.
- * @return a plain success. Fails with: element check, the search's message, "Element not found!",
- *     "Switch tab failed!", "Scroll into view failed!".
+ * Scrolls until an element is in view.
+ *
+ * Parameters:
+ * - "target" (element locator, required): the element.
+ * Result: success.
+ * Fails with:
+ * - element check: "target" is no element locator.
+ * - the search's message: no element matches.
+ * - "Element not found!": the element or its frame is gone.
+ * - "Switch tab failed!": the tab or its window cannot be brought to the front.
+ * - "Scroll into view failed!": the page refuses.
  */
-QUILLMATE_API const char* scrollintoview(const char* parameters);
+QUILLMATE_API const char* quillmate_scrollintoview(const char* parameters);
 
 /**
- * Tells where an element is on the screen, after scrolling it into view.
- * @param parameters
- *     - "target": an element locator.
- *     - "area": "left-top", "center" or "right-bottom": which point of its rectangle.
- * @return the point, a text "X,Y" in screen pixels. Fails with: element check, area check, the search's
- *     message, "Element not found!", "The element is not fully visible on the browser!", "Get
- *     elementpos failed!".
+ * Scrolls an element into view and reads its position on the screen.
+ *
+ * Parameters:
+ * - "target" (element locator, required): the element.
+ * - "area" (one of "left-top", "center", "right-bottom", required): which point of the element's rectangle.
+ * Result: text. The point X,Y in screen pixels.
+ * Fails with:
+ * - element check: "target" is no element locator.
+ * - area check: "area" is none of these words.
+ * - the search's message: no element matches.
+ * - "Element not found!": the element or its frame is gone.
+ * - "Get elementpos failed!": the element cannot be measured.
+ * - "The element is not fully visible on the browser!": part of the element is out of view even after
+ *   scrolling.
  */
-QUILLMATE_API const char* getelementpos(const char* parameters);
+QUILLMATE_API const char* quillmate_getelementpos(const char* parameters);
 
 /** @} */
 
 /** @name Presence and waiting
- * An element is displayed unless it or one of its ancestors has a computed "display" of "none"; size,
+ * An element is displayed unless it or one of its ancestors has a computed "display" of "none". Size,
  * opacity and "visibility" play no part.
  * @{ */
 
 /**
- * Remembers an element under a name, which later locators can use.
- * @param parameters
- *     - "target": an element locator.
- *     - "return": the name, at most 65,535 bytes; may be empty.
- * @return a plain success. Fails with: element check, the search's message.
- * @note A longer name is not kept, and the answer is a success all the same. A second element under the
- *     same name replaces the first. Remembered elements are held until the library is unloaded.
+ * Remembers an element under a name.
+ *
+ * Parameters:
+ * - "target" (element locator, required): the element.
+ * - "return" (text of at most 65,535 bytes, may be empty): the name.
+ * Result: success.
+ * Fails with:
+ * - element check: "target" is no element locator.
+ * - the search's message: no element matches.
+ * Note: Later locators that are equal to the name find the element before the page is searched. Commands
+ *   check the form of their locators, so choose a name with a locator's form, such as "id=first row".
+ * Note: A name that is too long is not kept, and the command still succeeds. A second element under the
+ *   same name replaces the first. Elements are remembered until the library is unloaded.
  */
-QUILLMATE_API const char* getelement(const char* parameters);
+QUILLMATE_API const char* quillmate_getelement(const char* parameters);
 
 /**
- * Tells whether an element is there.
- * @param parameters
- *     - "target": an element locator.
- *     - "check_type": exactly "visible": it must also be displayed.
- * @return true or false. Fails with: element check.
+ * Checks whether an element exists.
+ *
+ * Parameters:
+ * - "target" (element locator, required): the element.
+ * - "check_type" (word, may be empty): exactly "visible": the element must also be displayed.
+ * Result: boolean. Whether it exists.
+ * Fails with:
+ * - element check: "target" is no element locator.
+ * - "Element not found!": the page does not respond.
  */
-QUILLMATE_API const char* haselement(const char* parameters);
+QUILLMATE_API const char* quillmate_haselement(const char* parameters);
 
 /**
- * Tells whether an element is in the page, displayed or not.
- * @param parameters
- *     - "target": an element locator.
- * @return true or false. Fails with: element check.
+ * Checks whether an element exists, displayed or not.
+ *
+ * Parameters:
+ * - "target" (element locator, required): the element.
+ * Result: boolean. Whether it exists.
+ * Fails with:
+ * - element check: "target" is no element locator.
+ * - "Element not found!": the page does not respond.
  */
-QUILLMATE_API const char* iselementexist(const char* parameters);
+QUILLMATE_API const char* quillmate_iselementexist(const char* parameters);
 
 /**
- * Waits up to 10 seconds for an element to be there.
- * @param parameters
- *     - "target": an element locator.
- *     - "check_type": exactly "visible": it must also be displayed.
- * @return a plain success. Fails with: element check, "Frame not found!", "Wait element show failed!".
- * @note Looks once a second. After the tenth look the "result" of the failure is "false", not 0.
+ * Waits up to 10 seconds until an element exists.
+ *
+ * Parameters:
+ * - "target" (element locator, required): the element.
+ * - "check_type" (word, may be empty): exactly "visible": the element must also be displayed.
+ * Result: success.
+ * Fails with:
+ * - element check: "target" is no element locator.
+ * - "Frame not found!": no window is selected, its page does not respond, or a selected frame is gone.
+ * - "Wait element show failed!": the element does not appear in time.
+ * Note: Looks ten times, with a second between. When the element does not appear in time, "result" is
+ *   false, not 0.
  */
-QUILLMATE_API const char* waitshow(const char* parameters);
+QUILLMATE_API const char* quillmate_waitshow(const char* parameters);
 
 /**
- * Waits up to 10 seconds for an element to go.
- * @param parameters
- *     - "target": an element locator.
- *     - "check_type": exactly "visible": being hidden counts as gone.
- * @return a plain success. Fails with: element check, "Frame not found!", "Wait element disappear
- *     failed!".
- * @note Looks once a second. After the tenth look the "result" of the failure is "false", not 0.
+ * Waits up to 10 seconds until an element no longer exists.
+ *
+ * Parameters:
+ * - "target" (element locator, required): the element.
+ * - "check_type" (word, may be empty): exactly "visible": an element that is not displayed counts as gone.
+ * Result: success.
+ * Fails with:
+ * - element check: "target" is no element locator.
+ * - "Frame not found!": no window is selected, its page does not respond, or a selected frame is gone.
+ * - "Wait element disappear failed!": the element does not disappear in time.
+ * Note: Looks ten times, with a second between. When the element does not disappear in time, "result" is
+ *   false, not 0.
  */
-QUILLMATE_API const char* waitdisappear(const char* parameters);
+QUILLMATE_API const char* quillmate_waitdisappear(const char* parameters);
 
 /**
- * Counts the elements that a locator finds.
- * @param parameters
- *     - "target": an element locator.
- * @return the number; 0 also when there is no page. Fails with: element check.
+ * Counts the elements that a locator matches.
+ *
+ * Parameters:
+ * - "target" (element locator, required): the elements.
+ * Result: number. How many there are. 0 also when there is no page.
+ * Fails with:
+ * - element check: "target" is no element locator.
+ * - "Element not found!": the page does not respond.
  */
-QUILLMATE_API const char* getelementcount(const char* parameters);
+QUILLMATE_API const char* quillmate_getelementcount(const char* parameters);
 
 /**
- * Counts an element's children with a tag name.
- * @param parameters
- *     - "target": an element locator.
- *     - "value": the tag name, at most 65,535 bytes.
- * @return the number. Fails with: element check, the search's message, general check.
+ * Counts the children of an element that have a tag name.
+ *
+ * Parameters:
+ * - "target" (element locator, required): the element.
+ * - "value" (text of at most 65,535 bytes, may be empty): the tag name.
+ * Result: number. How many there are.
+ * Fails with:
+ * - element check: "target" is no element locator.
+ * - the search's message: no element matches.
+ * - general check: "value" is longer than 65,535 bytes.
  */
-QUILLMATE_API const char* getchildelementcount(const char* parameters);
+QUILLMATE_API const char* quillmate_getchildelementcount(const char* parameters);
 
 /** @} */
 
 /** @name Acting on elements
- * These act through the document. A page that opens a message box blocks the call that caused it;
- * "click" and "executescript" therefore wait one second at most, and then answer success with the
- * number 0: the click has been delivered, and the box waits for an answer.
+ * These act through the document. A page that shows a message box blocks the call that caused it. "click"
+ * and "executescript" therefore wait at most one second and then succeed with the number 0: the page has
+ * received the call, and the box can be answered.
  * @{ */
 
 /**
  * Clicks an element, by its own click method or with the mouse.
- * @param parameters
- *     - "target": an element locator.
- *     - "manual-click": exactly "True": with the mouse.
- * @return by method, the empty text, or the number 0 when the page has not returned after one second;
- *     by mouse, a plain success. Fails with: element check, the search's message, "Element not found!",
- *     "Click failed!", by mouse also "Switch tab failed!", "Failed to scroll the element to the view!",
- *     "Double click failed!".
- * @note By mouse, "Double click failed!" means that the cursor could not be placed; the message is kept
- *     for hosts that know it.
+ *
+ * Parameters:
+ * - "target" (element locator, required): the element.
+ * - "manual-click" (word, may be empty): exactly "True": with the mouse. Anything else: by method.
+ * Result: text, number or success. By method the empty text, or the number 0 when the page has not returned
+ *   after one second. With the mouse a plain success.
+ * Fails with:
+ * - element check: "target" is no element locator.
+ * - the search's message: no element matches.
+ * - "Element not found!": the element or its frame is gone.
+ * - "Click failed!": by method, the page refuses.
+ * - "Switch tab failed!": with the mouse, the tab or its window cannot be brought to the front.
+ * - "Failed to scroll the element to the view!": with the mouse, the element cannot be measured, or its
+ *   centre is not in view even after scrolling.
+ * - "Double click failed!": with the mouse, the cursor cannot be moved there. Deliberate: hosts know this
+ *   message.
  */
-QUILLMATE_API const char* click(const char* parameters);
+QUILLMATE_API const char* quillmate_click(const char* parameters);
 
 /**
- * Replaces the value of an edit field: empties it by keys, pauses for half a second, and sets the
- * value.
- * @param parameters
- *     - "target": an element locator.
- *     - "value": the text, at most 65,535 bytes.
- * @return a plain success. Fails with: element check, general check, the search's message, "Element not
- *     found!", "Switch tab failed!", "Send keys failed!", "Set attribute failed!".
+ * Replaces the value of an edit field.
+ *
+ * Parameters:
+ * - "target" (element locator, required): the element.
+ * - "value" (text of at most 65,535 bytes, may be empty): the new value.
+ * Result: success.
+ * Fails with:
+ * - element check: "target" is no element locator.
+ * - general check: "value" is longer than 65,535 bytes.
+ * - "Element not found!": no element matches, whatever the form of the locator, or the element is gone.
+ * - "Switch tab failed!": the tab or its window cannot be brought to the front.
+ * - "Send keys failed!": the page does not let the focus go to the field within three seconds.
+ * - "Set attribute failed!": the page refuses the value.
+ * Note: Gives the field the focus, empties it by Ctrl+A and Delete, pauses for half a second, and then sets
+ *   the value attribute and the field's own value. Only the keys raise events; setting the value raises
+ *   none.
  */
-QUILLMATE_API const char* type_m(const char* parameters);
+QUILLMATE_API const char* quillmate_type_m(const char* parameters);
 
 /**
- * The same as "type_m", pause included.
- * @param parameters
- *     - "target": an element locator.
- *     - "value": the text, at most 65,535 bytes.
- * @return a plain success. Fails with: element check, general check, the search's message, "Element not
- *     found!", "Switch tab failed!", "Send keys failed!", "Set attribute failed!".
+ * Does the same as "type_m", the pause included.
+ *
+ * Parameters:
+ * - "target" (element locator, required): the element.
+ * - "value" (text of at most 65,535 bytes, may be empty): the new value.
+ * Result: success.
+ * Fails with:
+ * - element check: "target" is no element locator.
+ * - general check: "value" is longer than 65,535 bytes.
+ * - "Element not found!": no element matches, whatever the form of the locator, or the element is gone.
+ * - "Switch tab failed!": the tab or its window cannot be brought to the front.
+ * - "Send keys failed!": the page does not let the focus go to the field within three seconds.
+ * - "Set attribute failed!": the page refuses the value.
  */
-QUILLMATE_API const char* fasttype(const char* parameters);
+QUILLMATE_API const char* quillmate_fasttype(const char* parameters);
 
 /**
- * Adds text to what an edit field holds, after a pause of half a second.
- * @param parameters
- *     - "target": an element locator.
- *     - "value": the text, at most 65,535 bytes.
- * @return a plain success. Fails with: element check, general check, the search's message, "Failed to
- *     add text to the edit box!".
+ * Adds text to the value of an edit field.
+ *
+ * Parameters:
+ * - "target" (element locator, required): the element.
+ * - "value" (text of at most 65,535 bytes, may be empty): the text to add.
+ * Result: success.
+ * Fails with:
+ * - element check: "target" is no element locator.
+ * - general check: "value" is longer than 65,535 bytes.
+ * - the search's message: no element matches.
+ * - "Failed to add text to the edit box!": the value cannot be read or written.
+ * Note: Pauses for half a second between reading and writing. Raises no events.
  */
-QUILLMATE_API const char* append(const char* parameters);
+QUILLMATE_API const char* quillmate_append(const char* parameters);
 
 /**
  * Empties an edit field.
- * @param parameters
- *     - "target": an element locator.
- * @return a plain success. Fails with: element check, the search's message, "Failed to clear the edit
- *     box!".
+ *
+ * Parameters:
+ * - "target" (element locator, required): the element.
+ * Result: success.
+ * Fails with:
+ * - element check: "target" is no element locator.
+ * - "Element not found!": no element matches, whatever the form of the locator.
+ * - "Failed to clear the edit box!": the page refuses.
+ * Note: Sets the value to the empty text, then sends Ctrl+A and Delete. Whether the keys arrive makes no
+ *   difference to the result.
  */
-QUILLMATE_API const char* clear(const char* parameters);
+QUILLMATE_API const char* quillmate_clear(const char* parameters);
 
 /**
  * Selects an option of a drop-down list.
- * @param parameters
- *     - "target": an element locator of the list, or of an option in it.
- *     - "value": an option selector.
- * @return a plain success. Fails with: element check, option check, "Frame not found!", the search's
- *     message, "Get tagName failed!", "Not dropdown menu element!", "Get option failed!", "Target
- *     option not found!".
- * @note "label=" compares the option's text exactly, "value=" its value exactly, "index=" counts from
- *     0. The first option that fits is taken. A change raises the page's change event; choosing what is
- *     chosen already raises none.
+ *
+ * Parameters:
+ * - "target" (element locator, required): the list, or an option in it.
+ * - "value" (option selector, required): the option.
+ * Result: success.
+ * Fails with:
+ * - element check: "target" is no element locator.
+ * - option check: "value" is no option selector.
+ * - "Frame not found!": no window is selected, its page does not respond, or a selected frame is gone.
+ * - the search's message: no element matches.
+ * - "Get tagName failed!": the element cannot be read.
+ * - "Not dropdown menu element!": the element is neither a list nor an option in one.
+ * - "Get option failed!": the list cannot be read, or the page refuses.
+ * - "Target option not found!": no option matches.
+ * Note: "label=" compares the whole text of an option, "value=" its whole value, both with case. "index="
+ *   counts from 0. The first option that matches is taken. A change raises the page's change event.
+ *   Selecting what is selected already raises none.
  */
-QUILLMATE_API const char* select_m(const char* parameters);
+QUILLMATE_API const char* quillmate_select_m(const char* parameters);
 
 /**
  * Clears the selection of an option.
- * @param parameters
- *     - "target": an element locator of the list, or of an option in it.
- *     - "value": an option selector.
- * @return a plain success. Fails with: element check, "Frame not found!", the search's message, option
- *     check, "Get tagName failed!", "Not dropdown menu element!", "Deselect failed!", "Target option
- *     not found!".
- * @note Here the element is looked for before the option selector is checked.
+ *
+ * Parameters:
+ * - "target" (element locator, required): the list, or an option in it.
+ * - "value" (option selector, required): the option.
+ * Result: success.
+ * Fails with:
+ * - element check: "target" is no element locator.
+ * - "Frame not found!": no window is selected, its page does not respond, or a selected frame is gone.
+ * - the search's message: no element matches.
+ * - option check: "value" is no option selector.
+ * - "Get tagName failed!": the element cannot be read.
+ * - "Not dropdown menu element!": the element is neither a list nor an option in one.
+ * - "Deselect failed!": the list cannot be read, or the page refuses.
+ * - "Target option not found!": no option matches.
+ * Note: Deliberate: the element is searched before the option selector is checked.
  */
-QUILLMATE_API const char* deselect(const char* parameters);
+QUILLMATE_API const char* quillmate_deselect(const char* parameters);
 
 /**
  * Reads an attribute.
- * @param parameters
- *     - "value": the attribute's name, at most 65,535 bytes.
- *     - "target": an element locator.
- * @return the attribute's text. Fails with: element check, general check, the search's message, "Get
- *     attribute failed!".
- * @note Booleans, numbers, "class", "style" and "href" have texts, too. An absent attribute is a
- *     failure.
+ *
+ * Parameters:
+ * - "value" (text of at most 65,535 bytes, may be empty): the attribute's name.
+ * - "target" (element locator, required): the element.
+ * Result: text. The attribute's text.
+ * Fails with:
+ * - element check: "target" is no element locator.
+ * - general check: "value" is longer than 65,535 bytes.
+ * - "Element not found!": no element matches, whatever the form of the locator.
+ * - "Get attribute failed!": the element has no such attribute.
+ * Note: Booleans, numbers, "class", "style" and "href" have texts, too.
+ * Note: "value" names the initial value of a field, not what the field holds now. Read that with
+ *   "getcontrolinfo".
  */
-QUILLMATE_API const char* getattribute(const char* parameters);
+QUILLMATE_API const char* quillmate_getattribute(const char* parameters);
 
 /**
- * Reads an element's rendered text.
- * @param parameters
- *     - "target": an element locator.
- * @return the text (the element's inner text). Fails with: element check, the search's message, "Get
- *     text failed!".
+ * Reads the rendered text of an element.
+ *
+ * Parameters:
+ * - "target" (element locator, required): the element.
+ * Result: text. The element's inner text.
+ * Fails with:
+ * - element check: "target" is no element locator.
+ * - the search's message: no element matches.
+ * - "Get text failed!": the element cannot be read.
  */
-QUILLMATE_API const char* gettext(const char* parameters);
+QUILLMATE_API const char* quillmate_gettext(const char* parameters);
 
 /**
  * Puts text into an element through the document, without keys.
- * @param parameters
- *     - "value": the text, at most 65,535 bytes.
- *     - "target": an element locator.
- * @return a plain success. Fails with: element check, general check, the search's message, "Send keys
- *     to element failed!".
- * @note Sets the value attribute and the control's own value; of an editable element that is no form
- *     control, its text. Raises no events of its own.
+ *
+ * Parameters:
+ * - "value" (text of at most 65,535 bytes, may be empty): the text.
+ * - "target" (element locator, required): the element.
+ * Result: success.
+ * Fails with:
+ * - element check: "target" is no element locator.
+ * - general check: "value" is longer than 65,535 bytes.
+ * - the search's message: no element matches.
+ * - "Send keys to element failed!": the page refuses.
+ * Note: Sets the value attribute and the field's own value. Of an editable region that is no form control
+ *   it sets the text. Raises no events.
  */
-QUILLMATE_API const char* sendkeystoelement(const char* parameters);
+QUILLMATE_API const char* quillmate_sendkeystoelement(const char* parameters);
 
 /**
  * Evaluates a script in the selected frame's page.
- * @param parameters
- *     - "value": the script, at most 65,535 bytes.
- * @return the script's value as a text (null and undefined are empty), or the number 0 when it has not
- *     returned after one second. Fails with: general check, "Frame not found!", "Get parent window
- *     failed!", "Execute script failed!".
+ *
+ * Parameters:
+ * - "value" (text of at most 65,535 bytes, may be empty): the script.
+ * Result: text or number. The value of the script as a text, empty for null and undefined, or the number 0
+ *   when the script has not returned after one second.
+ * Fails with:
+ * - general check: "value" is longer than 65,535 bytes.
+ * - "Frame not found!": no window is selected, its page does not respond, or a selected frame is gone.
+ * - "Get parent window failed!": the page has no window.
+ * - "Element not found!": the page is gone by the time the script starts.
+ * - "Execute script failed!": the script has an error, or its value has no text.
  */
-QUILLMATE_API const char* executescript(const char* parameters);
+QUILLMATE_API const char* quillmate_executescript(const char* parameters);
 
 /**
  * Reads the source of the selected frame's page.
- * @param parameters not read; may be null.
- * @return the document element's outer HTML, a text. Fails with: "Frame not found!".
+ *
+ * Parameters: none, may be null.
+ * Result: text. The outer HTML of the document element.
+ * Fails with:
+ * - "Frame not found!": there is no page, or it cannot be read.
  */
-QUILLMATE_API const char* pagesource(const char* parameters);
+QUILLMATE_API const char* quillmate_pagesource(const char* parameters);
 
 /**
  * Reads the cookies of the selected frame's page.
- * @param parameters not read; may be null.
- * @return the cookie text, in the second buffer. Fails with: "Frame not found!", "Current IE tab is
- *     NULL!", "Get cookie failed!".
- * @note A page without cookies answers the empty text.
+ *
+ * Parameters: none, may be null.
+ * Result: text in the second buffer. The cookie text, empty for a page without cookies.
+ * Fails with:
+ * - "Frame not found!": no window is selected, or it is gone.
+ * - "Current IE tab is NULL!": the page does not respond, or a selected frame is gone.
+ * - "Get cookie failed!": the page refuses.
  */
-QUILLMATE_API const char* getcookie(const char* parameters);
+QUILLMATE_API const char* quillmate_getcookie(const char* parameters);
 
 /** @} */
 
 /** @name Message boxes
- * These answer a box that is open now; they do not wait for one. Any visible box counts whose owner's
- * title contains "Internet Explorer"; the first one in the desktop's order is answered.
+ * These answer a box that is open now. They do not wait for one. Any visible box counts whose owner's title
+ * contains "Internet Explorer". The first one in the desktop's order is answered.
  * @{ */
 
 /**
  * Answers a box with OK.
- * @param parameters not read; may be null.
- * @return a plain success. Fails with: "Assertalert failed".
+ *
+ * Parameters: none, may be null.
+ * Result: success.
+ * Fails with:
+ * - "Assertalert failed": no box is open, or it has no such button.
  */
-QUILLMATE_API const char* assertalert(const char* parameters);
+QUILLMATE_API const char* quillmate_assertalert(const char* parameters);
 
 /**
  * Answers a box with OK.
- * @param parameters not read; may be null.
- * @return a plain success. Fails with: "Choose ok on next confirmation failed!".
+ *
+ * Parameters: none, may be null.
+ * Result: success.
+ * Fails with:
+ * - "Choose ok on next confirmation failed!": no box is open, or it has no such button.
  */
-QUILLMATE_API const char* chooseokonnextconfirmation(const char* parameters);
+QUILLMATE_API const char* quillmate_chooseokonnextconfirmation(const char* parameters);
 
 /**
  * Answers a box with Cancel.
- * @param parameters not read; may be null.
- * @return a plain success. Fails with: "Choose cancel on next confirmation failed!".
+ *
+ * Parameters: none, may be null.
+ * Result: success.
+ * Fails with:
+ * - "Choose cancel on next confirmation failed!": no box is open, or it has no such button.
  */
-QUILLMATE_API const char* choosecancelonnextconfirmation(const char* parameters);
+QUILLMATE_API const char* quillmate_choosecancelonnextconfirmation(const char* parameters);
 
 /**
- * Fills a box's edit fields and answers it with OK.
- * @param parameters
- *     - "value": the text, at most 65,535 bytes.
- * @return a plain success. Fails with: general check, "Answer on next prompt failed!".
+ * Fills the edit fields of a box and answers it with OK.
+ *
+ * Parameters:
+ * - "value" (text of at most 65,535 bytes, may be empty): the text.
+ * Result: success.
+ * Fails with:
+ * - general check: "value" is longer than 65,535 bytes.
+ * - "Answer on next prompt failed!": no box is open, or it has no such button.
  */
-QUILLMATE_API const char* answeronnextprompt(const char* parameters);
+QUILLMATE_API const char* quillmate_answeronnextprompt(const char* parameters);
 
 /**
  * Answers a box with Cancel.
- * @param parameters not read; may be null.
- * @return a plain success. Fails with: "Choose cancel on next prompt failed!".
+ *
+ * Parameters: none, may be null.
+ * Result: success.
+ * Fails with:
+ * - "Choose cancel on next prompt failed!": no box is open, or it has no such button.
  */
-QUILLMATE_API const char* choosecancelonnextprompt(const char* parameters);
+QUILLMATE_API const char* quillmate_choosecancelonnextprompt(const char* parameters);
 
 /**
  * Answers a box with OK or Cancel.
- * @param parameters
- *     - "input-value": the text for the box's edit fields, when "accept" is "True".
- *     - "accept": exactly "True" or "False".
- * @return a plain success. Fails with: "Click on alert dialog failed!".
- * @note Any other "accept" fails without looking for a box.
+ *
+ * Parameters:
+ * - "input-value" (text, may be empty): what to put into the edit fields of the box when "accept" is
+ *   "True".
+ * - "accept" (one of "True", "False", required): OK or Cancel.
+ * Result: success.
+ * Fails with:
+ * - "Click on alert dialog failed!": "accept" is neither, or no box is open, or it has no such button.
+ * Note: With any other "accept" no box is looked for.
  */
-QUILLMATE_API const char* clickonalertdialog(const char* parameters);
+QUILLMATE_API const char* quillmate_clickonalertdialog(const char* parameters);
 
 /** @} */
 
 /** @name Keys and mouse
- * These bring the window to the front, maximised, and use the real keyboard and mouse. What was pressed
- * before a failure stays pressed.
+ * These use the real keyboard and mouse. Those that name an element first bring its window to the front,
+ * maximised. What was pressed before a failure stays pressed.
  * @{ */
 
 /**
- * Focuses an element and presses a key sequence.
- * @param parameters
- *     - "target": an element locator.
- *     - "value": the key sequence, at most 65,535 bytes.
- * @return a plain success. Fails with: element check, general check, the search's message, "Element not
- *     found!", "Switch tab failed!", "Send keys failed!".
- * @note All keys are pressed in order, then released in reverse order: a chord, not typed text. Names
- *     stand in braces ("{CTRL}{ALT}{F4}", "{ctrl}a"), single letters and digits for themselves; "* + -
- *     . /" are the keys of the numeric pad. An unknown name fails, and the keys before it stay down.
+ * Gives an element the focus and presses keys.
+ *
+ * Parameters:
+ * - "target" (element locator, required): the element.
+ * - "value" (key sequence of at most 65,535 bytes, may be empty): the keys.
+ * Result: success.
+ * Fails with:
+ * - element check: "target" is no element locator.
+ * - general check: "value" is longer than 65,535 bytes.
+ * - "Element not found!": no element matches, whatever the form of the locator, or the element is gone.
+ * - "Switch tab failed!": the tab or its window cannot be brought to the front.
+ * - "Send keys failed!": the sequence holds an unknown key name, or the page does not let the focus go to
+ *   the element within three seconds.
+ * Note: All keys are pressed in order and then released in reverse order: a chord, not typed text. The keys
+ *   before an unknown name are pressed and stay down. When the focus does not arrive, no key is pressed.
  */
-QUILLMATE_API const char* sendkeys(const char* parameters);
+QUILLMATE_API const char* quillmate_sendkeys(const char* parameters);
 
 /**
- * Presses the left button at an element's centre and leaves it down.
- * @param parameters
- *     - "target": an element locator.
- * @return a plain success. Fails with: element check, the search's message, "Element not found!",
- *     "Switch tab failed!", "Failed to scroll the element to the view!", "Click and hold failed!".
+ * Presses the left button at the centre of an element and leaves it down.
+ *
+ * Parameters:
+ * - "target" (element locator, required): the element.
+ * Result: success.
+ * Fails with:
+ * - element check: "target" is no element locator.
+ * - the search's message: no element matches.
+ * - "Element not found!": the element or its frame is gone.
+ * - "Switch tab failed!": the tab or its window cannot be brought to the front.
+ * - "Failed to scroll the element to the view!": the element cannot be measured, or its centre is not in
+ *   view even after scrolling.
+ * - "Click and hold failed!": the cursor cannot be moved there.
  */
-QUILLMATE_API const char* clickandhold(const char* parameters);
+QUILLMATE_API const char* quillmate_clickandhold(const char* parameters);
 
 /**
- * Double-clicks an element's centre.
- * @param parameters
- *     - "target": an element locator.
- * @return a plain success. Fails with: element check, the search's message, "Element not found!",
- *     "Switch tab failed!", "Failed to scroll the element to the view!", "Double click failed!".
+ * Double-clicks the centre of an element.
+ *
+ * Parameters:
+ * - "target" (element locator, required): the element.
+ * Result: success.
+ * Fails with:
+ * - element check: "target" is no element locator.
+ * - the search's message: no element matches.
+ * - "Element not found!": the element or its frame is gone.
+ * - "Switch tab failed!": the tab or its window cannot be brought to the front.
+ * - "Failed to scroll the element to the view!": the element cannot be measured, or its centre is not in
+ *   view even after scrolling.
+ * - "Double click failed!": the cursor cannot be moved there.
  */
-QUILLMATE_API const char* doubleclick(const char* parameters);
+QUILLMATE_API const char* quillmate_doubleclick(const char* parameters);
 
 /**
- * Clicks an element's centre with the right button.
- * @param parameters
- *     - "target": an element locator.
- * @return a plain success. Fails with: element check, the search's message, "Element not found!",
- *     "Switch tab failed!", "Failed to scroll the element to the view!", "Right click failed!".
+ * Clicks the centre of an element with the right button.
+ *
+ * Parameters:
+ * - "target" (element locator, required): the element.
+ * Result: success.
+ * Fails with:
+ * - element check: "target" is no element locator.
+ * - the search's message: no element matches.
+ * - "Element not found!": the element or its frame is gone.
+ * - "Switch tab failed!": the tab or its window cannot be brought to the front.
+ * - "Failed to scroll the element to the view!": the element cannot be measured, or its centre is not in
+ *   view even after scrolling.
+ * - "Right click failed!": the cursor cannot be moved there.
  */
-QUILLMATE_API const char* rightclick(const char* parameters);
+QUILLMATE_API const char* quillmate_rightclick(const char* parameters);
 
 /**
- * Releases the left button at an element's centre.
- * @param parameters
- *     - "target": an element locator.
- * @return a plain success. Fails with: element check, the search's message, "Element not found!",
- *     "Switch tab failed!", "Failed to scroll the element to the view!", "Release failed!".
+ * Releases the left button at the centre of an element.
+ *
+ * Parameters:
+ * - "target" (element locator, required): the element.
+ * Result: success.
+ * Fails with:
+ * - element check: "target" is no element locator.
+ * - the search's message: no element matches.
+ * - "Element not found!": the element or its frame is gone.
+ * - "Switch tab failed!": the tab or its window cannot be brought to the front.
+ * - "Failed to scroll the element to the view!": the element cannot be measured, or its centre is not in
+ *   view even after scrolling.
+ * - "Release failed!": the cursor cannot be moved there.
  */
-QUILLMATE_API const char* release(const char* parameters);
+QUILLMATE_API const char* quillmate_release(const char* parameters);
 
 /**
  * Moves the cursor from where it is, step by step as a hand would.
- * @param parameters
- *     - "value": the offset "X,Y" in screen pixels.
- * @return a plain success. Fails with: coordinate check, "Get cursor pos failed!", "Move by offset
- *     failed!".
+ *
+ * Parameters:
+ * - "value" (offset X,Y in screen pixels, required): the distance.
+ * Result: success.
+ * Fails with:
+ * - coordinate check: "value" is no pair of numbers.
+ * - "Get cursor pos failed!": the cursor's position cannot be read.
+ * - "Move by offset failed!": the command cannot run; moving the cursor itself does not fail.
+ * Note: The length of a move has no bound. A step covers 16 to 20 pixels and takes 3 to 6 milliseconds, on
+ *   some systems up to 16: a move over 1,000 pixels takes 0.3 to 0.9 seconds, one over 1,000,000 pixels
+ *   minutes. The screen's edge stops the cursor, not the command.
  */
-QUILLMATE_API const char* movebyoffset(const char* parameters);
+QUILLMATE_API const char* quillmate_movebyoffset(const char* parameters);
 
 /**
- * Moves the cursor to an element's centre, step by step as a hand would.
- * @param parameters
- *     - "target": an element locator.
- * @return a plain success. Fails with: element check, the search's message, "Element not found!",
- *     "Switch tab failed!", "Failed to scroll the element to the view!", "Move to element failed!".
+ * Moves the cursor to the centre of an element, step by step as a hand would.
+ *
+ * Parameters:
+ * - "target" (element locator, required): the element.
+ * Result: success.
+ * Fails with:
+ * - element check: "target" is no element locator.
+ * - the search's message: no element matches.
+ * - "Element not found!": the element or its frame is gone.
+ * - "Switch tab failed!": the tab or its window cannot be brought to the front.
+ * - "Failed to scroll the element to the view!": the element cannot be measured.
+ * - "Move to element failed!": the command cannot run; moving the cursor itself does not fail.
  */
-QUILLMATE_API const char* movetoelement(const char* parameters);
+QUILLMATE_API const char* quillmate_movetoelement(const char* parameters);
 
 /**
- * Moves the cursor to a point beside an element's centre.
- * @param parameters
- *     - "target": an element locator.
- *     - "value": the offset "X,Y" from the centre in screen pixels.
- * @return a plain success. Fails with: element check, coordinate check, the search's message, "Element
- *     not found!", "Switch tab failed!", "Failed to scroll the element to the view!", "Move to element
- *     with offset failed!".
+ * Moves the cursor to a point beside the centre of an element.
+ *
+ * Parameters:
+ * - "target" (element locator, required): the element.
+ * - "value" (offset X,Y in screen pixels, required): the distance from the centre.
+ * Result: success.
+ * Fails with:
+ * - element check: "target" is no element locator.
+ * - coordinate check: "value" is no pair of numbers.
+ * - the search's message: no element matches.
+ * - "Element not found!": the element or its frame is gone.
+ * - "Switch tab failed!": the tab or its window cannot be brought to the front.
+ * - "Failed to scroll the element to the view!": the element cannot be measured, or its centre is not in
+ *   view even after scrolling.
+ * - "Move to element with offset failed!": the command cannot run; moving the cursor itself does not fail.
  */
-QUILLMATE_API const char* movetoelementwithoffset(const char* parameters);
+QUILLMATE_API const char* quillmate_movetoelementwithoffset(const char* parameters);
 
 /**
- * Moves the cursor by an offset, from an element's centre when one is named, else from where it is.
- * @param parameters
- *     - "value": the offset "X,Y" in screen pixels; empty is "0,0".
- *     - "target": an element locator, or empty.
- * @return a plain success. Fails with: coordinate check, element check, the search's message, "Element
- *     not found!", "Switch tab failed!", "Failed to scroll the element to the view!", "Move to element
- *     with offset failed!", "Get cursor pos failed!", "Move by offset failed!".
+ * Moves the cursor by an offset from the centre of an element, or from where it is.
+ *
+ * Parameters:
+ * - "value" (offset X,Y in screen pixels, may be empty): the distance. Empty: "0,0".
+ * - "target" (element locator, may be empty): the element. Empty: from where the cursor is.
+ * Result: success.
+ * Fails with:
+ * - coordinate check: "value" is neither empty nor a pair of numbers.
+ * - element check: "target" is neither empty nor an element locator.
+ * - the search's message: no element matches.
+ * - "Element not found!": the element or its frame is gone.
+ * - "Switch tab failed!": the tab or its window cannot be brought to the front.
+ * - "Failed to scroll the element to the view!": the element cannot be measured, or its centre is not in
+ *   view even after scrolling.
+ * - "Move to element with offset failed!": the command cannot run; moving the cursor itself does not fail.
+ * - "Get cursor pos failed!": the cursor's position cannot be read.
+ * - "Move by offset failed!": the command cannot run; moving the cursor itself does not fail.
  */
-QUILLMATE_API const char* move(const char* parameters);
+QUILLMATE_API const char* quillmate_move(const char* parameters);
 
 /**
  * Drags an element onto another.
- * @param parameters
- *     - "target": an element locator of what is dragged.
- *     - "value": an element locator of where it is dropped.
- * @return a plain success. Fails with: element check, the search's message, "Element not found!",
- *     "Switch tab failed!", "Drag and drop failed!".
- * @note When the destination cannot be reached the button stays down.
+ *
+ * Parameters:
+ * - "target" (element locator, required): the element to drag.
+ * - "value" (element locator, required): where to drop it.
+ * Result: success.
+ * Fails with:
+ * - element check: "target" or "value" is no element locator.
+ * - the search's message: no element matches.
+ * - "Element not found!": the element or its frame is gone.
+ * - "Switch tab failed!": the tab or its window cannot be brought to the front.
+ * - "Drag and drop failed!": one of the two cannot be measured or is not in view even after scrolling, or
+ *   the cursor cannot be moved there.
+ * Note: When the destination cannot be reached, the button stays down.
  */
-QUILLMATE_API const char* draganddrop(const char* parameters);
+QUILLMATE_API const char* quillmate_draganddrop(const char* parameters);
 
 /**
  * Drags an element by an offset.
- * @param parameters
- *     - "value": the offset "X,Y" in screen pixels.
- *     - "target": an element locator.
- * @return a plain success. Fails with: element check, coordinate check, the search's message, "Element
- *     not found!", "Switch tab failed!", "Failed to scroll the element to the view!", "Drag and drop
- *     failed!".
+ *
+ * Parameters:
+ * - "value" (offset X,Y in screen pixels, required): the distance.
+ * - "target" (element locator, required): the element to drag.
+ * Result: success.
+ * Fails with:
+ * - element check: "target" is no element locator.
+ * - coordinate check: "value" is no pair of numbers.
+ * - the search's message: no element matches.
+ * - "Element not found!": the element or its frame is gone.
+ * - "Switch tab failed!": the tab or its window cannot be brought to the front.
+ * - "Failed to scroll the element to the view!": the element cannot be measured, or its centre is not in
+ *   view even after scrolling.
+ * - "Drag and drop failed!": the cursor cannot be moved there.
  */
-QUILLMATE_API const char* draganddropbyoffset(const char* parameters);
+QUILLMATE_API const char* quillmate_draganddropbyoffset(const char* parameters);
 
 /**
  * Drags an element by an offset or onto another.
- * @param parameters
- *     - "target": an element locator of what is dragged.
- *     - "dest-type": exactly "pos" or "element".
- *     - "dest-pos": the offset "X,Y" in screen pixels, for "pos".
- *     - "dest-element": an element locator of where it is dropped, for "element".
- * @return a plain success. Fails with: coordinate check, element check, the search's message, "Element
- *     not found!", "Switch tab failed!", "Failed to scroll the element to the view!", "Drag and drop
- *     failed!".
- * @note Another "dest-type" answers the coordinate message.
+ *
+ * Parameters:
+ * - "target" (element locator, required): the element to drag.
+ * - "dest-type" (one of "pos", "element", required): what kind of destination it is.
+ * - "dest-pos" (offset X,Y in screen pixels, may be empty): the distance, for "pos".
+ * - "dest-element" (element locator, may be empty): where to drop the element, for "element".
+ * Result: success.
+ * Fails with:
+ * - coordinate check: "dest-type" is neither word, or for "pos" "dest-pos" is no pair of numbers.
+ * - element check: "target" is no element locator, or for "element" "dest-element" is none.
+ * - the search's message: no element matches.
+ * - "Element not found!": the element or its frame is gone.
+ * - "Switch tab failed!": the tab or its window cannot be brought to the front.
+ * - "Failed to scroll the element to the view!": for "pos", the element cannot be measured, or its centre
+ *   is not in view even after scrolling.
+ * - "Drag and drop failed!": for "element", one of the two cannot be measured or is not in view even after
+ *   scrolling; for both, the cursor cannot be moved there.
  */
-QUILLMATE_API const char* dragdrop(const char* parameters);
+QUILLMATE_API const char* quillmate_dragdrop(const char* parameters);
 
 /**
- * The same as "draganddrop".
- * @param parameters
- *     - "target": an element locator of what is dragged.
- *     - "value": an element locator of where it is dropped.
- * @return a plain success. Fails with: element check, the search's message, "Element not found!",
- *     "Switch tab failed!", "Drag and drop failed!".
- * @note When the destination cannot be reached the button stays down.
+ * Does the same as "draganddrop".
+ *
+ * Parameters:
+ * - "target" (element locator, required): the element to drag.
+ * - "value" (element locator, required): where to drop it.
+ * Result: success.
+ * Fails with:
+ * - element check: "target" or "value" is no element locator.
+ * - the search's message: no element matches.
+ * - "Element not found!": the element or its frame is gone.
+ * - "Switch tab failed!": the tab or its window cannot be brought to the front.
+ * - "Drag and drop failed!": one of the two cannot be measured or is not in view even after scrolling, or
+ *   the cursor cannot be moved there.
+ * Note: When the destination cannot be reached, the button stays down.
  */
-QUILLMATE_API const char* draganddropforhtml5(const char* parameters);
+QUILLMATE_API const char* quillmate_draganddropforhtml5(const char* parameters);
 
 /**
- * Does nothing: hosts that collect actions begin and end their chains with it.
- * @param parameters not read; may be null.
- * @return a plain success. Never fails.
+ * Does nothing. Hosts that collect actions begin and end their chains with it.
+ *
+ * Parameters: none, may be null.
+ * Result: success.
+ * Fails with:
+ * - general check: the command cannot run.
  */
-QUILLMATE_API const char* actionchains(const char* parameters);
+QUILLMATE_API const char* quillmate_actionchains(const char* parameters);
 
 /**
- * The same as "actionchains".
- * @param parameters not read; may be null.
- * @return a plain success. Never fails.
+ * Does the same as "actionchains".
+ *
+ * Parameters: none, may be null.
+ * Result: success.
+ * Fails with:
+ * - general check: the command cannot run.
  */
-QUILLMATE_API const char* perform(const char* parameters);
+QUILLMATE_API const char* quillmate_perform(const char* parameters);
 
 /** @} */
 
@@ -671,54 +1036,78 @@ QUILLMATE_API const char* perform(const char* parameters);
 
 /**
  * Reads a table, and its following pages when there is a control that turns them.
- * @param parameters
- *     - "by": an element locator of the table or of something in it, or empty.
- *     - "target": an element locator of the next-page control, or empty.
- * @return a text: the JSON array of the rows, each an array of cell texts in UTF-8. Fails with: element
- *     check, "Table not found!".
- * @note The first row holds the column numbers from 0, or for a layui grid the texts of its header
- *     table; the table's own rows follow, its heading rows among them. The control is clicked, and the
- *     table read again at once, until the control's class contains "disable". Rows of more than 50,000
- *     cells are left out.
+ *
+ * Parameters:
+ * - "by" (element locator, may be empty): the table, or an element in it. Empty: the element that
+ *   "getelement" remembered under the empty name.
+ * - "target" (element locator, may be empty): the control that turns to the next page. Empty: read one
+ *   page.
+ * Result: array as text in UTF-8. The rows. Each is an array of the cells' texts.
+ * Fails with:
+ * - element check: "by" or "target" is neither empty nor an element locator.
+ * - "Table not found!": no element matches "by", or it is neither a table nor in one.
+ * Note: The first row holds the column numbers from 0, or for a layui grid the texts of its header table.
+ *   The rows of the table follow, its heading rows among them. Rows of more than 50,000 cells are left out.
+ * Note: The control is clicked and the table read again at once, until the control's class contains
+ *   "disable". The paging also ends, with a success and the rows read so far, when the control is gone, its
+ *   click fails or opens a message box, or "by" matches no table any more. A control that is never disabled
+ *   keeps the command running for ever.
  */
-QUILLMATE_API const char* gettable(const char* parameters);
+QUILLMATE_API const char* quillmate_gettable(const char* parameters);
 
 /**
- * Saves a picture of the current window.
- * @param parameters
- *     - "save-path": an existing folder.
- *     - "file-name": a name that ends in ".bmp", ".png" or ".tif", in lower case.
- * @return a plain success. Fails with: "Frame not found!", "Failed to save image!".
- * @note The picture has the size of the screen, taken from the window's origin.
+ * Saves a picture of the selected surface's window.
+ *
+ * Parameters:
+ * - "save-path" (path, required): an existing folder.
+ * - "file-name" (file name that ends in ".bmp", ".png" or ".tif" in lower case, required): the file.
+ * Result: success.
+ * Fails with:
+ * - "Frame not found!": no window is selected, its page does not respond, or a selected frame is gone.
+ * - "Failed to save image!": the name has another ending, or the picture cannot be taken or written.
+ * Note: The picture has the size of the screen, taken from the window's origin. An existing file is
+ *   replaced.
  */
-QUILLMATE_API const char* takescreenshot(const char* parameters);
+QUILLMATE_API const char* quillmate_takescreenshot(const char* parameters);
 
 /**
  * Saves a picture of the screen where an element is.
- * @param parameters
- *     - "target": an element locator.
- *     - "save-path": an existing folder.
- *     - "file-name": a name that ends in ".bmp", ".png" or ".tif", in lower case.
- * @return a plain success. Fails with: element check, the search's message, "Element not found!",
- *     "Switch tab failed!", "Failed to scroll the element to the view!", "Failed to save image!".
- * @note Whatever covers the element is in the picture.
+ *
+ * Parameters:
+ * - "target" (element locator, required): the element.
+ * - "save-path" (path, required): an existing folder.
+ * - "file-name" (file name that ends in ".bmp", ".png" or ".tif" in lower case, required): the file.
+ * Result: success.
+ * Fails with:
+ * - element check: "target" is no element locator.
+ * - the search's message: no element matches.
+ * - "Element not found!": the element or its frame is gone.
+ * - "Switch tab failed!": the tab or its window cannot be brought to the front.
+ * - "Failed to scroll the element to the view!": the element cannot be measured, or part of it is out of
+ *   view even after scrolling.
+ * - "Failed to save image!": the name has another ending, or the picture cannot be taken or written.
+ * Note: Brings the window to the front, maximised, and scrolls the element into view. Whatever covers the
+ *   element is in the picture. An existing file is replaced.
  */
-QUILLMATE_API const char* takeelementshot(const char* parameters);
+QUILLMATE_API const char* quillmate_takeelementshot(const char* parameters);
 
 /**
  * Describes an element.
- * @param parameters
- *     - "target": an element locator.
- * @return an object: "rect" with "left", "top", "right", "bottom" and "size" with "width", "height",
- *     whole screen pixels; "tagname"; "text", the value of a form control, else the inner text. Fails
- *     with: element check, the search's message, "Element not found!", "Switch tab failed!", "Failed to
- *     scroll the element to the view!".
+ *
+ * Parameters:
+ * - "target" (element locator, required): the element.
+ * Result: object. "rect" with "left", "top", "right", "bottom" and "size" with "width", "height", whole
+ *   screen pixels; "tagname"; "text", the current value of a form control, else the inner text.
+ * Fails with:
+ * - element check: "target" is no element locator.
+ * - the search's message: no element matches.
+ * - "Get elementpos failed!": the element cannot be measured.
+ * - "Element not found!": the element or its frame is gone.
+ * Note: Scrolls the element into view. The text of a button without a value is its caption.
  */
-QUILLMATE_API const char* getcontrolinfo(const char* parameters);
+QUILLMATE_API const char* quillmate_getcontrolinfo(const char* parameters);
 
 /** @} */
-
-#endif /* QUILLMATE_NO_PROTOTYPES */
 
 #ifdef __cplusplus
 }
