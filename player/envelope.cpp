@@ -26,6 +26,12 @@ std::string Difference(std::string_view member, const std::string& expected, con
   return "expected " + std::string(member) + " " + expected + ", got " + actual;
 }
 
+// A table or a whole page would bury the message; the report shows them whole.
+std::string Cut(std::string_view json) {
+  constexpr std::size_t kLongest = 200;  // columns
+  return CutTo(json, kLongest);
+}
+
 std::string Quoted(std::string_view text) {
   const JsonPtr string(cJSON_CreateString(std::string(text).c_str()));
   return PrintCompact(string.get());
@@ -61,14 +67,14 @@ bool Envelope::Matches(const cJSON* expected) const {
 }
 
 std::string Envelope::Mismatch(const std::optional<Expectation>& expect) const {
-  if (!expect) return success() ? "" : log().empty() ? "answered no success" : std::string(log());
-  // Whatever was expected of a command that failed, its message says most.
+  if (!expect) return success() ? "" : log().empty() ? "did not succeed" : std::string(log());
+  // The message of a command that failed says most.
   const std::string why = log().empty() ? "" : " (" + std::string(log()) + ")";
   if (expect->success && *expect->success != success())
     return Difference("success", *expect->success ? "true" : "false", (success() ? "true" : "false") + why);
   if (expect->result && !Matches(expect->result.get())) {
-    return Difference("result", PrintCompact(expect->result.get()),
-                      (result() ? PrintCompact(result()) : "none") + why);
+    return Difference("result", Cut(PrintCompact(expect->result.get())),
+                      (result() ? Cut(PrintCompact(result())) : "none") + why);
   }
   if (expect->log && *expect->log != log()) return Difference("log", Quoted(*expect->log), Quoted(log()));
   return {};

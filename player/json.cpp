@@ -3,7 +3,7 @@
 namespace quillmate::player {
 namespace {
 
-// Walks valid JSON text; it only has to tell strings from the rest.
+// Walks valid JSON text, so it only has to tell strings from the rest.
 class Walker {
  public:
   explicit Walker(std::string_view text) : text_(text) {}
@@ -13,11 +13,10 @@ class Walker {
     at_ = text_.find('{');
     if (at_ == std::string_view::npos) return members;
     ++at_;
-    while (SkipTo('"')) {
+    while (BeginsMember()) {
       const std::size_t name = at_;
       SkipString();
-      if (!SkipTo(':')) break;
-      ++at_;
+      at_ = text_.find(':', at_) + 1;
       SkipBlanks();
       members.push_back({name, at_});
       SkipValue();
@@ -26,9 +25,10 @@ class Walker {
   }
 
  private:
-  bool SkipTo(char wanted) {
-    at_ = text_.find(wanted, at_);
-    return at_ != std::string_view::npos;
+  // Goes on to the next member's name or to the end of the object.
+  bool BeginsMember() {
+    at_ = text_.find_first_of("\"}", at_);
+    return at_ != std::string_view::npos && text_[at_] == '"';
   }
 
   void SkipBlanks() {

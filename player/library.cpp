@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 
+#include "debug_output.h"
 #include "windows_text.h"
 
 namespace quillmate::player {
@@ -36,6 +37,7 @@ std::expected<std::unique_ptr<Library>, std::string> Library::Load(const std::st
     return std::unexpected("cannot load " + Utf8FromWide(wide) + " (Windows error " +
                            std::to_string(GetLastError()) + ")");
   }
+  TakeDebugOutput();  // begins to listen
   return std::unique_ptr<Library>(new Library(module));
 }
 
@@ -50,5 +52,7 @@ std::optional<std::string> Library::Call(const std::string& command, const std::
   if (answer == nullptr) return std::nullopt;
   return answer;  // copied: the library's own text lives until the next command only
 }
+
+std::vector<std::string> Library::TakeNotes() { return TakeDebugOutput(); }
 
 }  // namespace quillmate::player

@@ -20,6 +20,7 @@ class Library : public CommandHost {
 
   bool Has(const std::string& command) const override { return Find(command) != nullptr; }
   std::optional<std::string> Call(const std::string& command, const std::string& parameters) override;
+  std::vector<std::string> TakeNotes() override;
 
  private:
   using Command = const char* (*)(const char* parameters);

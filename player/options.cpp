@@ -24,16 +24,22 @@ class Parser {
                                                      {"-h", &options_.help}};
     const std::map<std::string_view, std::string*> texts = {{"--dll", &options_.dll},
                                                             {"--report", &options_.report}};
+    if (only_script_left_) return ReadScript(argument);
     if (const auto flag = flags.find(argument); flag != flags.end()) return SetFlag(argument, *flag->second);
     if (const auto text = texts.find(argument); text != texts.end()) return ReadText(argument, *text->second);
     if (argument == "--set") return ReadVariable();
-    if (argument.starts_with("-")) {
+    if (argument == "--") {
+      only_script_left_ = true;
+    } else if (argument.starts_with("-") && argument != "-") {
       error_ = "unknown option " + argument;
-    } else if (!options_.script.empty()) {
-      error_ = "more than one script: " + options_.script + ", " + argument;
     } else {
-      options_.script = argument;
+      ReadScript(argument);
     }
+  }
+
+  void ReadScript(const std::string& argument) {
+    if (!options_.script.empty()) error_ = "more than one script: " + options_.script + ", " + argument;
+    options_.script = argument;
   }
 
   void SetFlag(const std::string& name, bool& flag) {
@@ -67,6 +73,7 @@ class Parser {
 
   std::span<const std::string> arguments_;
   std::size_t next_ = 0;
+  bool only_script_left_ = false;
   Options options_;
   std::string error_;
 };
@@ -79,7 +86,7 @@ std::expected<Options, std::string> ParseOptions(std::span<const std::string> ar
 
 const std::string_view kHelp = R"(usage: quillmate-play SCRIPT.jsonl [OPTIONS]
 
-Plays a script of Quillmate commands, one JSON object a line:
+Plays a script of Quillmate commands, one JSON object a line, from a file or with "-" from standard input:
 
   # comments and blank lines are skipped
   {"command": "open", "target": "${PAGE}"}
@@ -95,6 +102,7 @@ command succeeds. "shot": true puts a picture of the browser after the step into
   --json            print one object a step: {"line":3,"command":"click","envelope":{...},"ms":41}
   --keep-going      play on after a step that failed
   --dll PATH        load this library instead of quillmate.dll beside this program
+  --                the script's name follows, though it begins with "-"
   --help            print this text
 
 Output is UTF-8. Exit code: 0 all steps as expected, 1 a step failed, 2 the script or the call is wrong.

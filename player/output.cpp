@@ -1,5 +1,7 @@
 #include "output.h"
 
+#include <array>
+
 #include "windows_text.h"
 
 namespace quillmate::player {
@@ -24,6 +26,17 @@ std::optional<std::size_t> StandardStream::ConsoleColumns() const {
   // The last column stays free: writing into it would wrap the line.
   const int columns = info.srWindow.Right - info.srWindow.Left;
   return static_cast<std::size_t>(columns > 0 ? columns : 79);
+}
+
+std::string ReadStandardInput() {
+  std::string text;
+  std::array<char, 65536> block{};
+  DWORD read = 0;
+  while (ReadFile(GetStdHandle(STD_INPUT_HANDLE), block.data(), static_cast<DWORD>(block.size()), &read,
+                  nullptr) &&
+         read > 0)
+    text.append(block.data(), read);
+  return text;
 }
 
 }  // namespace quillmate::player

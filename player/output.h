@@ -4,6 +4,7 @@
 #include <windows.h>
 
 #include <optional>
+#include <string>
 
 #include "printers.h"
 
@@ -21,5 +22,8 @@ class StandardStream : public TextSink {
  private:
   HANDLE handle_;
 };
+
+/// @return everything up to the end of the standard input.
+std::string ReadStandardInput();
 
 }  // namespace quillmate::player

@@ -9,6 +9,7 @@ namespace {
 
 constexpr std::size_t kNarrowest = 16;  // of subject and outcome
 constexpr std::size_t kTimeWidth = 10;
+constexpr std::string_view kLineWord = "line ";
 
 // Line breaks and other control characters would tear the line; JSON's escapes keep it whole.
 std::string OnOneLine(std::string_view text) {
@@ -37,7 +38,7 @@ StepPrinter::StepPrinter(TextSink& out, std::span<const Step> steps, std::size_t
     subject_width_ = std::max(subject_width_, DisplayWidth(OnOneLine(step.Subject())));
   }
   // Subject and outcome share what line number, command and time leave, with two blanks between all.
-  const std::size_t taken = line_width_ + command_width_ + kTimeWidth + 8;
+  const std::size_t taken = kLineWord.size() + line_width_ + command_width_ + kTimeWidth + 8;
   const std::size_t left = std::max(columns, taken + 2 * kNarrowest) - taken;
   subject_width_ = std::min(subject_width_, left / 2);
   outcome_width_ = std::min(left - subject_width_, left / 2);
@@ -48,7 +49,7 @@ void StepPrinter::Finished(const Outcome& outcome, const Summary&) {
   std::string text = OutcomeText(outcome);
   // A failure is never cut short.
   if (outcome.failure.empty() || DisplayWidth(text) < outcome_width_) text = FitTo(text, outcome_width_);
-  out_.Write(std::string(line_width_ - line.size(), ' ') + line + "  " +
+  out_.Write(std::string(kLineWord) + std::string(line_width_ - line.size(), ' ') + line + "  " +
              FitTo(outcome.step->command, command_width_) + "  " +
              FitTo(OnOneLine(outcome.step->Subject()), subject_width_) + "  " + text + "  " +
              TimeText(outcome.time) + "\n");
@@ -91,6 +92,9 @@ std::string SummaryText(const Summary& summary) {
   if (summary.Passed()) return Count(summary.steps, "step") + ", all as expected" + time;
   const std::size_t left = summary.steps - summary.played;
   return std::to_string(summary.failed) + " of " + Count(summary.steps, "step") + " failed" +
+         (summary.failed > 1 && summary.first_failure > 0
+              ? ", the first in line " + std::to_string(summary.first_failure) + ","
+              : "") +
          (left > 0 ? ", " + std::to_string(left) + " not played," : "") + time;
 }
 

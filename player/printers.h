@@ -20,7 +20,7 @@ class TextSink {
 class StepPrinter : public Observer {
  public:
   /// @param steps the whole script, so that the columns fit its longest entries.
-  /// @param columns how wide a line may become, but for a failure, which is never cut short.
+  /// @param columns maximum line width; failures are never truncated.
   StepPrinter(TextSink& out, std::span<const Step> steps, std::size_t columns);
   void Started(const Step&, const Summary&) override {}
   void Finished(const Outcome& outcome, const Summary& so_far) override;

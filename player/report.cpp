@@ -1,5 +1,6 @@
 #include "report.h"
 
+#include <algorithm>
 #include <array>
 #include <ctime>
 #include <iterator>
@@ -11,7 +12,9 @@ namespace {
 
 using std::chrono::milliseconds;
 
-constexpr std::size_t kLongestSentence = 200;
+constexpr std::size_t kLongestSummary = 600;  // bytes, beside its title
+constexpr std::size_t kBarParts = 100;        // as many as a phone is wide enough for
+constexpr std::size_t kMostKeptBytes = 4'000'000;
 
 std::string Now() {
   const std::time_t now = std::time(nullptr);
@@ -25,20 +28,24 @@ std::string ReadBytes(const std::filesystem::path& path) {
   return std::string(std::istreambuf_iterator<char>(file), {});
 }
 
-// The longest that the summary can become: every step failed, and each took a day.
-std::size_t LargestSummary(PageSummary summary, std::span<const Step> steps) {
-  for (const Step& step : steps) summary.times.push_back({&step, std::chrono::hours(24), true});
-  return SummaryHtml(summary).size() + kLongestSentence;
-}
-
-// Where a capturing step of the script itself has put its picture.
+// The file that a capturing step of the script itself has saved.
 std::filesystem::path SavedPicture(const Outcome& outcome) {
   const Step& step = *outcome.step;
   const bool captures = step.command == "takescreenshot" || step.command == "takeelementshot";
   if (!captures || !outcome.envelope || !outcome.envelope->success()) return {};
-  const std::filesystem::path name = PathFromUtf8(step.Parameter("file-name"));
-  return name.extension() == ".png" ? PathFromUtf8(step.Parameter("save-path")) / name
-                                    : std::filesystem::path();
+  const std::filesystem::path folder = PathFromUtf8(step.Parameter("save-path"));
+  return std::filesystem::absolute(folder / PathFromUtf8(step.Parameter("file-name"))).lexically_normal();
+}
+
+// The kinds of picture that browsers show.
+std::string TypeOf(const std::filesystem::path& path) {
+  const std::filesystem::path extension = path.extension();
+  return extension == ".png" ? "png" : extension == ".bmp" ? "bmp" : "";
+}
+
+std::string Utf8FromPath(const std::filesystem::path& path) {
+  const std::u8string text = path.generic_u8string();
+  return std::string(text.begin(), text.end());
 }
 
 }  // namespace
@@ -53,24 +60,29 @@ Report::Report(std::filesystem::path folder, std::string title, std::span<const 
       file_(Path(), std::ios::binary | std::ios::trunc) {
   summary_.title = std::move(title);
   summary_.start = Now();
-  summary_size_ = LargestSummary(summary_, steps_);
+  summary_size_ = SummaryHtml(summary_).size() + kLongestSummary;
   const std::string start = PageStart(summary_.title);
   summary_start_ = static_cast<std::streamoff>(start.size());
-  file_ << start << std::string(summary_size_, ' ') << "<main>\n";
+  file_ << start << std::string(summary_size_, ' ') << kBarStart
+        << std::string(std::min(kBarParts, steps_.size()) * kLongestBarPart, ' ') << kBarEnd << "<main>\n";
   WriteSummary("running", "No step has ended yet.");
 }
 
 void Report::Started(const Step& step, const Summary& so_far) {
-  WriteSummary("running", "Unfinished: step " + std::to_string(so_far.played + 1) + " of " +
-                              std::to_string(so_far.steps) + ", in line " + std::to_string(step.line) +
+  WriteSummary("running", "Unfinished: line " + std::to_string(step.line) + ", step " +
+                              std::to_string(so_far.played + 1) + " of " + std::to_string(so_far.steps) +
                               ", has not ended.");
 }
 
 void Report::Finished(const Outcome& outcome, const Summary& so_far) {
-  file_ << StepHtml(outcome, PicturesOf(outcome));
-  summary_.times.push_back({outcome.step, outcome.time, !outcome.failure.empty()});
+  const int line = outcome.step->line;
+  const bool first = so_far.first_failure == line;
+  file_ << StepHtml(outcome, first);
+  if (first) summary_.first_failure = line;
+  WriteBarPart(outcome, so_far.played - 1);
   WriteSummary("running", "Unfinished: " + std::to_string(so_far.played) + " of " +
                               std::to_string(so_far.steps) + " steps have ended.");
+  WritePictures(outcome);
 }
 
 void Report::Ended(const Summary& summary) {
@@ -81,33 +93,60 @@ void Report::Ended(const Summary& summary) {
 void Report::WriteSummary(std::string_view state, std::string sentence) {
   summary_.state = state;
   summary_.sentence = std::move(sentence);
-  std::string html = SummaryHtml(summary_);
-  html.resize(summary_size_, ' ');
-  file_.seekp(summary_start_);
-  file_ << html;
-  file_.seekp(0, std::ios::end);
+  WriteAt(summary_start_, SummaryHtml(summary_), summary_size_);
   file_.flush();
 }
 
-std::vector<Picture> Report::PicturesOf(const Outcome& outcome) const {
-  std::vector<Picture> pictures;
-  if (const auto path = SavedPicture(outcome); !path.empty()) pictures.push_back(ReadPicture(path, {}));
-  if (outcome.step->shot || !outcome.failure.empty()) {
-    const std::string name = "line-" + std::to_string(outcome.step->line) + ".png";
-    pictures.push_back(ReadPicture(folder_ / name, take_picture_(name)));
-  }
-  return pictures;
+void Report::WriteBarPart(const Outcome& outcome, std::size_t index) {
+  const std::size_t steps_a_part = (steps_.size() + kBarParts - 1) / kBarParts;
+  const bool failed = !outcome.failure.empty();
+  const int line = outcome.step->line;
+  if (index % steps_a_part == 0) bar_part_ = {line, line, line, outcome.step->command, {}, false};
+  if (failed && !bar_part_.failed) bar_part_.link_line = line;
+  bar_part_.last_line = line;
+  bar_part_.time += outcome.time;
+  bar_part_.failed |= failed;
+  const std::size_t place = summary_size_ + kBarStart.size() + index / steps_a_part * kLongestBarPart;
+  WriteAt(summary_start_ + static_cast<std::streamoff>(place), BarPartHtml(bar_part_), kLongestBarPart);
 }
 
-Picture Report::ReadPicture(const std::filesystem::path& path, std::string problem) const {
+void Report::WriteAt(std::streamoff place, std::string text, std::size_t size) {
+  text.resize(size, ' ');
+  file_.seekp(place);
+  file_ << text;
+  file_.seekp(0, std::ios::end);
+}
+
+// Taking a picture calls the library again, which may end the process: the step is in the file before.
+void Report::WritePictures(const Outcome& outcome) {
+  std::string html;
+  if (const auto path = SavedPicture(outcome); !path.empty()) html += PictureHtml(ReadPicture(path, {}));
+  if (outcome.step->shot || !outcome.failure.empty()) {
+    const std::string name = "line-" + std::to_string(outcome.step->line) + ".png";
+    std::string problem = take_picture_(name);
+    if (!problem.empty()) problem = "No picture of the browser: " + problem;
+    html += PictureHtml(ReadPicture(folder_ / name, std::move(problem)));
+  }
+  if (html.empty()) return;
+  file_.seekp(-static_cast<std::streamoff>(kStepEnd.size()), std::ios::end);
+  file_ << html << kStepEnd;
+  file_.flush();
+}
+
+Picture Report::ReadPicture(const std::filesystem::path& path, std::string problem) {
   Picture picture;
   picture.problem = std::move(problem);
-  if (!picture.problem.empty()) return picture;
-  picture.bytes = ReadBytes(path);
-  if (picture.bytes.empty()) picture.problem = "its file cannot be read";
-  const std::u8string link = (path.parent_path() == folder_ ? path.filename() : path).generic_u8string();
-  picture.link.assign(link.begin(), link.end());
-  if (path.parent_path() != folder_) picture.link.insert(0, "file:///");
+  std::string bytes = ReadBytes(path);
+  if (bytes.empty()) {
+    if (picture.problem.empty()) picture.problem = "No picture: its file cannot be read";
+    return picture;
+  }
+  picture.name = Utf8FromPath(path.parent_path() == folder_ ? path.filename() : path);
+  picture.link = LinkTo(picture.name);
+  picture.type = TypeOf(path);
+  if (kept_bytes_ + bytes.size() > kMostKeptBytes || picture.type.empty()) return picture;
+  kept_bytes_ += bytes.size();
+  picture.bytes = std::move(bytes);
   return picture;
 }
 

@@ -12,12 +12,16 @@
 namespace quillmate::player {
 
 /// Takes a picture of the browser into the report's folder.
-/// @return what went wrong; empty when the file stands there.
+/// @return what went wrong; empty when the file shows the browser. There may be a file in any case: one of
+/// the
+///   whole screen, where the browser is lost.
 using PictureTaker = std::function<std::string(const std::string& file_name)>;
 
 /// Writes `report.html` into a folder while the run goes on. The page stands on its own, pictures included,
 /// and is complete up to the last step that ended, whatever becomes of the process: a step is appended when
-/// it has ended, and the summary on top, whose place is kept from the start, is written over.
+/// it has ended, its pictures after it, and the summary on top, whose place is kept from the start, is
+/// written over. What a step costs does not grow with the script: the bar of times has a fixed number of
+/// parts, and from a certain size on pictures stay in their files.
 class Report : public Observer {
  public:
   /// @param folder exists.
@@ -35,8 +39,10 @@ class Report : public Observer {
 
  private:
   void WriteSummary(std::string_view state, std::string sentence);
-  std::vector<Picture> PicturesOf(const Outcome& outcome) const;
-  Picture ReadPicture(const std::filesystem::path& path, std::string problem) const;
+  void WriteBarPart(const Outcome& outcome, std::size_t index);
+  void WritePictures(const Outcome& outcome);
+  void WriteAt(std::streamoff place, std::string text, std::size_t size);
+  Picture ReadPicture(const std::filesystem::path& path, std::string problem);
 
   std::filesystem::path folder_;
   std::span<const Step> steps_;
@@ -44,6 +50,8 @@ class Report : public Observer {
   PageSummary summary_;
   std::streamoff summary_start_ = 0;
   std::size_t summary_size_ = 0;
+  BarPart bar_part_;
+  std::size_t kept_bytes_ = 0;  ///< of pictures in the page
   std::ofstream file_;
 };
 

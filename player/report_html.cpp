@@ -46,6 +46,12 @@ JsonPtr TableOf(const Outcome& outcome) {
   return cJSON_IsArray(rows.get()) ? std::move(rows) : nullptr;
 }
 
+// The first item holds the numbers of the columns.
+std::size_t RowsOf(const cJSON* rows) {
+  const int items = cJSON_GetArraySize(rows);
+  return static_cast<std::size_t>(items > 0 ? items - 1 : 0);
+}
+
 std::string TableHtml(const Outcome& outcome) {
   const JsonPtr rows = TableOf(outcome);
   if (!rows) return {};
@@ -60,15 +66,6 @@ std::string TableHtml(const Outcome& outcome) {
   return html + "</table></div>\n";
 }
 
-std::string PictureHtml(const Picture& picture) {
-  if (picture.bytes.empty()) return Element("p", "problem", "No picture: " + picture.problem) + "\n";
-  const std::string link = EscapeHtml(picture.link);
-  return "<figure><a href=\"" + link +
-         "\"><img alt=\"The browser after this step\" src=\"data:image/png;base64," +
-         EncodeBase64(picture.bytes) + "\"></a><figcaption><a href=\"" + link + "\">" + link +
-         "</a></figcaption></figure>\n";
-}
-
 // What a person wants to know of an answer at a glance.
 std::string AnswerText(const Outcome& outcome) {
   if (!outcome.failure.empty()) return outcome.failure;
@@ -76,22 +73,52 @@ std::string AnswerText(const Outcome& outcome) {
   if (!envelope.success()) return "fails as expected: " + std::string(envelope.log());
   const cJSON* result = envelope.result();
   if (result == nullptr || cJSON_IsTrue(result)) return "ok";
-  if (const JsonPtr rows = TableOf(outcome))
-    return "a table of " + Count(static_cast<std::size_t>(cJSON_GetArraySize(rows.get())), "row");
-  return CutTo(cJSON_IsString(result) ? result->valuestring : PrintCompact(result), kWidestAnswer);
+  if (const JsonPtr rows = TableOf(outcome)) return "a table of " + Count(RowsOf(rows.get()), "row");
+  const std::string text = cJSON_IsString(result) ? result->valuestring : PrintCompact(result);
+  return text.empty() ? "ok" : CutTo(text, kWidestAnswer);
 }
 
 std::string DetailsHtml(const Outcome& outcome) {
   const Step& step = *outcome.step;
   std::string html = "<dl>\n";
-  for (const auto& [name, value] : step.parameters) html += Row(name, value);
+  for (const auto& [name, value, column] : step.parameters) html += Row(name, value);
   if (step.expect) html += Row("expected", ExpectationText(*step.expect));
+  for (const std::string& note : outcome.notes) html += Row("the library noted", note);
   html += "</dl>\n";
   if (outcome.envelope) html += Element("pre", "", PrintIndented(outcome.envelope->json())) + "\n";
   return html;
 }
 
-std::string Anchor(const Step& step) { return "line-" + std::to_string(step.line); }
+std::string Anchor(int line) { return "line-" + std::to_string(line); }
+
+std::string LineText(int line) { return "line " + std::to_string(line); }
+
+bool StandsForItself(char c) {
+  return (c >= '0' && c <= '9') || (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') ||
+         std::string_view("-._~/").contains(c);
+}
+
+// A drive's name, "C:", is the one place for a colon.
+bool BeginsWithDrive(std::string_view path) { return path.size() > 2 && path[1] == ':' && path[2] == '/'; }
+
+std::string Encode(std::string_view path) {
+  static constexpr std::string_view kDigits = "0123456789ABCDEF";
+  std::string text;
+  for (const char c : path) {
+    const auto byte = static_cast<unsigned char>(c);
+    if (StandsForItself(c)) {
+      text += c;
+    } else {
+      text += {'%', kDigits[byte >> 4], kDigits[byte & 15]};
+    }
+  }
+  return text;
+}
+
+std::string ImageSource(const Picture& picture) {
+  if (picture.bytes.empty()) return picture.link;
+  return "data:image/" + picture.type + ";base64," + EncodeBase64(picture.bytes);
+}
 
 }  // namespace
 
@@ -145,41 +172,62 @@ std::string PageStart(std::string_view title) {
          "</style>\n</head>\n<body>\n";
 }
 
+std::string LinkTo(std::string_view path) {
+  if (path.starts_with("//")) return "file:" + Encode(path);
+  if (path.starts_with("/")) return "file://" + Encode(path);
+  if (BeginsWithDrive(path)) return "file:///" + std::string(path.substr(0, 2)) + Encode(path.substr(2));
+  return Encode(path);
+}
+
 std::string SummaryHtml(const PageSummary& summary) {
   std::string html = "<header class=\"" + std::string(summary.state) + "\">\n" +
                      Element("h1", "", summary.title) + "\n" + Element("p", "outcome", summary.sentence) +
-                     "\n" + Element("p", "start", "Began " + summary.start) +
-                     "\n<nav class=\"times\" aria-label=\"Time of each step\">\n";
-  for (const StepTime& time : summary.times) {
-    const std::string what =
-        "line " + std::to_string(time.step->line) + ": " + time.step->command + ", " + TimeText(time.time);
-    html += "<a href=\"#" + Anchor(*time.step) + "\"" + (time.failed ? " class=\"bad\"" : "") +
-            " style=\"flex-grow:" + std::to_string(std::max<long long>(time.time.count(), 1)) +
-            "\" title=\"" + EscapeHtml(what) + "\"></a>";
+                     "\n" + Element("p", "start", "Began " + summary.start) + "\n";
+  if (summary.first_failure != 0) {
+    html += "<p class=\"first\"><a href=\"#" + Anchor(summary.first_failure) +
+            "\">The first failure: " + LineText(summary.first_failure) + "</a></p>\n";
   }
-  return html + "\n</nav>\n</header>\n";
+  return html;
 }
 
-std::string StepHtml(const Outcome& outcome, std::span<const Picture> pictures) {
+std::string BarPartHtml(const BarPart& part) {
+  constexpr std::size_t kWidestCommand = 40;
+  const std::string what = part.first_line == part.last_line ? ": " + CutTo(part.command, kWidestCommand)
+                                                             : " to " + std::to_string(part.last_line);
+  return "<a href=\"#" + Anchor(part.link_line) + "\"" + (part.failed ? " class=\"bad\"" : "") +
+         " style=\"flex-grow:" + std::to_string(std::max<long long>(part.time.count(), 1)) + "\" title=\"" +
+         EscapeHtml(LineText(part.first_line) + what + ", " + TimeText(part.time)) + "\"></a>\n";
+}
+
+std::string StepHtml(const Outcome& outcome, bool first) {
   const Step& step = *outcome.step;
   const bool failed = !outcome.failure.empty();
-  std::string html =
-      "<section id=\"" + Anchor(step) + "\"" + (failed ? " class=\"bad\"" : "") + ">\n<details" +
-      (failed ? " open" : "") + "><summary>" + Element("span", "line", std::to_string(step.line)) +
-      Element("code", "command", step.command) +
-      Element("span", "subject", CutTo(step.Subject(), kWidestAnswer)) +
-      Element("span", "answer", AnswerText(outcome)) + Element("span", "time", TimeText(outcome.time)) +
-      "</summary>\n" + DetailsHtml(outcome) + "</details>\n" + TableHtml(outcome);
-  for (const Picture& picture : pictures) html += PictureHtml(picture);
-  return html + "</section>\n";
+  return "<section id=\"" + Anchor(step.line) + "\"" + (failed ? " class=\"bad\"" : "") + ">\n" +
+         (failed && first ? Element("p", "first", "The first failure") + "\n" : "") + "<details" +
+         (failed ? " open" : "") + "><summary>" + Element("span", "line", LineText(step.line)) +
+         Element("code", "command", step.command) +
+         Element("span", "subject", CutTo(step.Subject(), kWidestAnswer)) +
+         Element("span", "answer", AnswerText(outcome)) + Element("span", "time", TimeText(outcome.time)) +
+         "</summary>\n" + DetailsHtml(outcome) + "</details>\n" + TableHtml(outcome) + std::string(kStepEnd);
+}
+
+std::string PictureHtml(const Picture& picture) {
+  const std::string problem = picture.problem.empty() ? "" : Element("p", "problem", picture.problem) + "\n";
+  if (picture.link.empty()) return problem;
+  const std::string link = EscapeHtml(picture.link);
+  const std::string image = picture.type.empty()
+                                ? ""
+                                : "<img alt=\"The browser after this step\" loading=\"lazy\" src=\"" +
+                                      EscapeHtml(ImageSource(picture)) + "\">";
+  return problem + "<figure><a href=\"" + link + "\">" + image + "</a><figcaption><a href=\"" + link + "\">" +
+         EscapeHtml(picture.name) + "</a></figcaption></figure>\n";
 }
 
 std::string UnplayedHtml(std::span<const Step> steps) {
   if (steps.empty()) return {};
   std::string html = "<section class=\"unplayed\">\n<h2>Not played</h2>\n";
   for (const Step& step : steps) {
-    html += "<p>" + Element("span", "line", std::to_string(step.line)) +
-            Element("code", "command", step.command) +
+    html += "<p>" + Element("span", "line", LineText(step.line)) + Element("code", "command", step.command) +
             Element("span", "subject", CutTo(step.Subject(), kWidestAnswer)) + "</p>\n";
   }
   return html + "</section>\n";

@@ -1,37 +1,43 @@
 #include "runner.h"
 
+#include "command_table.h"
+
 namespace quillmate::player {
 namespace {
 
-using Clock = std::chrono::steady_clock;
-
-std::chrono::milliseconds Since(Clock::time_point start) {
-  return std::chrono::round<std::chrono::milliseconds>(Clock::now() - start);
+std::chrono::milliseconds Since(std::chrono::steady_clock::time_point start, const Clock& now) {
+  return std::chrono::round<std::chrono::milliseconds>(now() - start);
 }
 
-Outcome PlayStep(const Step& step, CommandHost& host, const AnsiDecoder& decode) {
+Outcome PlayStep(const Step& step, CommandHost& host, const RunSettings& settings) {
   Outcome outcome;
   outcome.step = &step;
-  const Clock::time_point start = Clock::now();
+  const auto start = settings.now();
   const std::optional<std::string> answer = host.Call(step.command, step.ParameterText());
-  outcome.time = Since(start);
+  outcome.time = Since(start, settings.now);
+  outcome.notes = host.TakeNotes();
   if (!answer) {
     outcome.failure = "the library answered a null pointer";
     return outcome;
   }
-  outcome.envelope = Envelope::Read(step.command, *answer, decode);
+  outcome.envelope = Envelope::Read(step.command, *answer, settings.decode);
   outcome.failure = outcome.envelope ? outcome.envelope->Mismatch(step.expect)
-                                     : "the answer is no envelope: " + decode(*answer);
+                                     : "the answer is no envelope: " + settings.decode(*answer);
   return outcome;
 }
 
 }  // namespace
 
-std::optional<ScriptError> FindUnknownCommand(std::span<const Step> steps, const CommandHost& host) {
+std::optional<ScriptError> FindWrongStep(std::span<const Step> steps, const CommandHost& host) {
   for (const Step& step : steps) {
     if (!host.Has(step.command))
-      return ScriptError{step.line, step.command_column,
-                         "the library has no command \"" + step.command + "\""};
+      return ScriptError{step.line, step.command_column, UnknownCommandText(step.command)};
+    const CommandInfo* const command = FindCommand(step.command);
+    if (command == nullptr) continue;
+    for (const StepParameter& parameter : step.parameters) {
+      if (!command->Takes(parameter.name))
+        return ScriptError{step.line, parameter.column, UnknownParameterText(*command, parameter.name)};
+    }
   }
   return std::nullopt;
 }
@@ -40,13 +46,13 @@ Summary Play(std::span<const Step> steps, CommandHost& host, const RunSettings& 
              std::span<Observer* const> observers) {
   Summary summary;
   summary.steps = steps.size();
-  const Clock::time_point start = Clock::now();
+  const auto start = settings.now();
   for (const Step& step : steps) {
     for (Observer* observer : observers) observer->Started(step, summary);
-    const Outcome outcome = PlayStep(step, host, settings.decode);
+    const Outcome outcome = PlayStep(step, host, settings);
     ++summary.played;
-    if (!outcome.failure.empty()) ++summary.failed;
-    summary.time = Since(start);
+    if (!outcome.failure.empty() && ++summary.failed == 1) summary.first_failure = step.line;
+    summary.time = Since(start, settings.now);
     for (Observer* observer : observers) observer->Finished(outcome, summary);
     if (summary.failed > 0 && !settings.keep_going) break;
   }

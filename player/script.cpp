@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "command_table.h"
+#include "json_line.h"
 #include "utf8.h"
 
 namespace quillmate::player {
@@ -28,37 +30,21 @@ class LineReader {
     return false;
   }
 
+  bool Fail(LineError error) { return Fail(error.offset, std::move(error.message)); }
+
   bool ReadObject() {
-    const std::size_t start = text_.find_first_not_of(" \t");
-    if (const std::size_t bad = FindInvalidUtf8(text_); bad != std::string_view::npos)
-      return Fail(bad, "not valid UTF-8");
-    if (const std::size_t zero = text_.find('\0'); zero != std::string_view::npos)
-      return Fail(zero, "a zero byte in the text");
-    const std::string terminated(text_);
-    const char* end = nullptr;
-    const JsonPtr object(cJSON_ParseWithLengthOpts(terminated.c_str(), terminated.size() + 1, &end, true));
-    if (!object) return Fail(static_cast<std::size_t>(end - terminated.c_str()), "not valid JSON");
-    if (!cJSON_IsObject(object.get())) return Fail(start, "a step is a JSON object");
-    if (const std::size_t zero = FindEscapedZero(text_); zero != std::string_view::npos)
-      return Fail(zero, "a text cannot hold the character \\u0000");
-    return ReadMembers(object.get(), start);
-  }
-
-  bool ReadMembers(const cJSON* object, std::size_t start) {
-    const std::vector<MemberOffsets> offsets = FindMembers(text_);
+    auto line = ReadLineObject(text_, "a step");
+    if (!line) return Fail(std::move(line.error()));
     std::size_t index = 0;
-    for (const cJSON* member = object->child; member != nullptr; member = member->next, ++index) {
-      for (const cJSON* earlier = object->child; earlier != member; earlier = earlier->next) {
-        if (std::string_view(earlier->string) == member->string)
-          return Fail(offsets[index].name, Quoted(member->string) + " is given twice");
-      }
-      if (!ReadMember(member, offsets[index].value)) return false;
+    for (const cJSON* member = line->object->child; member != nullptr; member = member->next, ++index) {
+      if (!ReadMember(member, line->offsets[index])) return false;
     }
-    return !step_.command.empty() || Fail(start, "a step needs a \"command\"");
+    return !step_.command.empty() || Fail(text_.find('{'), "a step needs a \"command\"");
   }
 
-  bool ReadMember(const cJSON* member, std::size_t offset) {
+  bool ReadMember(const cJSON* member, const MemberOffsets& offsets) {
     const std::string_view name = member->string;
+    const std::size_t offset = offsets.value;
     if (name == "command") return ReadCommand(member, offset);
     if (name == "expect") return ReadExpectation(member, offset);
     if (name == "shot") {
@@ -69,7 +55,7 @@ class LineReader {
       return Fail(offset, Quoted(name) + " is no string: every parameter of a command is one");
     auto value = Substituted(member->valuestring, offset);
     if (!value) return false;
-    step_.parameters.emplace_back(name, *std::move(value));
+    step_.parameters.push_back({std::string(name), *std::move(value), ColumnOf(text_, offsets.name)});
     return true;
   }
 
@@ -85,22 +71,32 @@ class LineReader {
 
   bool ReadExpectation(const cJSON* object, std::size_t offset) {
     if (!cJSON_IsObject(object)) return Fail(offset, "\"expect\" is an object");
-    Expectation& expect = step_.expect.emplace();
-    for (const cJSON* member = object->child; member != nullptr; member = member->next) {
-      const std::string_view name = member->string;
-      if (name == "success" && cJSON_IsBool(member)) {
-        expect.success = cJSON_IsTrue(member) != 0;
-      } else if (name == "result") {
-        expect.result.reset(cJSON_Duplicate(member, true));
-        if (!SubstituteTree(expect.result.get(), offset)) return false;
-      } else if (name == "log" && cJSON_IsString(member)) {
-        expect.log = Substituted(member->valuestring, offset);
-        if (!expect.log) return false;
-      } else {
-        return Fail(offset, "\"expect\" cannot hold " + Quoted(name) + ": " + PrintCompact(member));
-      }
+    std::vector<MemberOffsets> offsets = FindMembers(text_.substr(offset));
+    for (MemberOffsets& member : offsets) member = {member.name + offset, member.value + offset};
+    if (auto checked = CheckNames(object, offsets); !checked) return Fail(std::move(checked.error()));
+    step_.expect.emplace();
+    std::size_t index = 0;
+    for (const cJSON* member = object->child; member != nullptr; member = member->next, ++index) {
+      if (!ReadExpected(member, offsets[index])) return false;
     }
     return true;
+  }
+
+  bool ReadExpected(const cJSON* member, const MemberOffsets& offsets) {
+    const std::string_view name = member->string;
+    if (name == "success" && cJSON_IsBool(member)) {
+      step_.expect->success = cJSON_IsTrue(member) != 0;
+      return true;
+    }
+    if (name == "result") {
+      step_.expect->result.reset(cJSON_Duplicate(member, true));
+      return SubstituteTree(step_.expect->result.get(), offsets.value);
+    }
+    if (name == "log" && cJSON_IsString(member)) {
+      step_.expect->log = Substituted(member->valuestring, offsets.value);
+      return step_.expect->log.has_value();
+    }
+    return Fail(offsets.name, "\"expect\" cannot hold " + Quoted(name) + ": " + PrintCompact(member));
   }
 
   bool SubstituteTree(cJSON* item, std::size_t offset) {
@@ -119,7 +115,7 @@ class LineReader {
     auto filled = Substitute(text, variables_);
     if (filled) return *std::move(filled);
     const std::string& name = filled.error();
-    const std::size_t where = text_.find("${" + name, offset);
+    const std::size_t where = text_.find("${" + name + "}", offset);
     Fail(where == std::string_view::npos ? offset : where,
          "${" + name + "} has no value: give --set " + name + "=TEXT");
     return std::nullopt;
@@ -145,17 +141,22 @@ std::string_view TakeLine(std::string_view& text) {
 
 std::string Step::ParameterText() const {
   const JsonPtr object(cJSON_CreateObject());
-  for (const auto& [name, value] : parameters)
+  for (const auto& [name, value, column] : parameters)
     cJSON_AddStringToObject(object.get(), name.c_str(), value.c_str());
   return PrintCompact(object.get());
 }
 
 std::string_view Step::Parameter(std::string_view name) const {
-  const auto found = std::ranges::find(parameters, name, &std::pair<std::string, std::string>::first);
-  return found == parameters.end() ? std::string_view() : found->second;
+  const auto named = [name](const StepParameter& parameter) {
+    return SameIgnoringCase(parameter.name, name);
+  };
+  const auto found = std::ranges::find_if(parameters, named);
+  return found == parameters.end() ? std::string_view() : found->value;
 }
 
 std::string_view Step::Subject() const {
+  // The target of this command is the control that turns the table's pages.
+  if (command == "gettable" && !Parameter("by").empty()) return Parameter("by");
   for (const std::string_view name : {"target", "by", "value"}) {
     if (!Parameter(name).empty()) return Parameter(name);
   }

@@ -5,7 +5,6 @@
 #include <optional>
 #include <string>
 #include <string_view>
-#include <utility>
 #include <vector>
 
 #include "json.h"
@@ -20,19 +19,25 @@ struct Expectation {
   std::optional<std::string> log;
 };
 
+struct StepParameter {
+  std::string name, value;
+  int column = 0;  ///< of the name, in characters from 1
+};
+
 struct Step {
   int line = 0;            ///< counted from 1
   int command_column = 0;  ///< where the command's name stands, in characters from 1
   std::string command;
-  std::vector<std::pair<std::string, std::string>> parameters;
+  std::vector<StepParameter> parameters;
   std::optional<Expectation> expect;
   bool shot = false;  ///< the report wants a picture after this step
 
   /// The parameters as the command takes them: UTF-8 JSON text of one object.
   std::string ParameterText() const;
+  /// @param name in any case, as in the library.
   /// @return the parameter's value; empty when it is not given.
   std::string_view Parameter(std::string_view name) const;
-  /// What the step acts on, for people: the first of "target", "by", "value" that says something.
+  /// What the step acts on, for people.
   std::string_view Subject() const;
 };
 
@@ -45,8 +50,7 @@ struct ScriptError {
 
 /// Reads a whole script, so that a mistake in its last line is found before its first step is played.
 /// @param text UTF-8, with or without a byte order mark, lines ended by LF or CRLF. Blank lines and lines
-/// that
-///   begin with '#' are skipped.
+///   that begin with '#' are skipped.
 std::expected<std::vector<Step>, ScriptError> ParseScript(std::string_view text, const Variables& variables);
 
 }  // namespace quillmate::player

@@ -8,6 +8,8 @@
 
 namespace {
 
+bool crashes_in_picture = false;
+
 std::string ToAnsi(std::wstring_view text) {
   std::string bytes(64, '\0');
   const int length = WideCharToMultiByte(CP_ACP, 0, text.data(), static_cast<int>(text.size()), bytes.data(),
@@ -38,12 +40,15 @@ __declspec(dllexport) const char* type_m(const char* parameters) {
   return Answer(std::strcmp(parameters, R"({"target":"id=a","value":"é确😀"})") == 0 ? "true" : "false");
 }
 
-__declspec(dllexport) const char* click(const char*) {
+__declspec(dllexport) const char* click(const char* parameters) {
+  OutputDebugStringA((ToAnsi(L"Really \u00e9?") + "\r\n").c_str());
+  crashes_in_picture = std::strstr(parameters, "crash-in-picture") != nullptr;
   return "{\"success\":false,\"result\":0,\"log\":\"Element not found!\"}";
 }
 
 // Saves what it was given, so that the test sees where a picture was asked for.
 __declspec(dllexport) const char* takescreenshot(const char* parameters) {
+  if (crashes_in_picture) *static_cast<volatile int*>(nullptr) = 1;
   std::ofstream("picture-asked-for.json") << parameters;
   return "{\"success\":false,\"result\":0,\"log\":\"Failed to save image!\"}";
 }

@@ -35,6 +35,17 @@ UniqueHandle CreateInheritedFile(const fs::path& path) {
                                   FILE_ATTRIBUTE_NORMAL, nullptr));
 }
 
+UniqueHandle PipeThatHolds(const std::string& text) {
+  HANDLE read_end = nullptr;
+  HANDLE write_end = nullptr;
+  SECURITY_ATTRIBUTES inherited{sizeof(SECURITY_ATTRIBUTES), nullptr, TRUE};
+  CreatePipe(&read_end, &write_end, &inherited, static_cast<DWORD>(text.size() + 1));
+  const UniqueHandle writer(write_end);
+  DWORD written = 0;
+  WriteFile(write_end, text.data(), static_cast<DWORD>(text.size()), &written, nullptr);
+  return UniqueHandle(read_end);
+}
+
 fs::path BesideThisProgram(const wchar_t* name) {
   std::array<wchar_t, MAX_PATH> path{};
   GetModuleFileNameW(nullptr, path.data(), MAX_PATH);
@@ -63,11 +74,13 @@ class PlayerProgram : public testing::Test {
     std::wstring line = L"\"" + BesideThisProgram(L"quillmate-play.exe").wstring() + L"\" " + arguments;
     PROCESS_INFORMATION process{};
     {
+      const UniqueHandle input_pipe = PipeThatHolds(input_);
       const UniqueHandle out = CreateInheritedFile(folder_ / "out");
       const UniqueHandle errors = CreateInheritedFile(folder_ / "errors");
       STARTUPINFOW startup{};
       startup.cb = sizeof startup;
       startup.dwFlags = STARTF_USESTDHANDLES;
+      startup.hStdInput = input_pipe.get();
       startup.hStdOutput = out.get();
       startup.hStdError = errors.get();
       EXPECT_TRUE(CreateProcessW(nullptr, line.data(), nullptr, nullptr, TRUE, 0, nullptr, folder_.c_str(),
@@ -84,6 +97,7 @@ class PlayerProgram : public testing::Test {
   }
 
   fs::path folder_;
+  std::string input_;
 };
 
 // The letter that the code page lacks comes as its default character.
@@ -126,6 +140,10 @@ TEST_F(PlayerProgram, ExitsWithTwoAndAPlaceWhenTheScriptOrTheCallIsWrong) {
   const Row rows[] = {
       {"{\"command\":\"gettext\"}\n{\"command\":\"gettxt\"}", L"",
        "script.jsonl:2:12: the library has no command"},
+      {"{\"command\":\"click\",\"targt\":\"id=a\"}", L"",
+       "script.jsonl:1:20: \"click\" has no parameter \"targt\""},
+      {"", L"", "script.jsonl: no steps"},
+      {"# nothing\n\n", L"", "script.jsonl: no steps"},
       {"{\"command\":\"cJSON_Parse\"}", L"", "script.jsonl:1:12: the library has no command"},
       {"\n{\"command\"", L"", "script.jsonl:2:"},
       {"{\"command\":\"open\",\"target\":\"${PAGE}\"}", L"", "script.jsonl:1:29: ${PAGE} has no value"},
@@ -146,11 +164,38 @@ TEST_F(PlayerProgram, WritesAReportThatOutlivesACrash) {
                           L"--report \"" + folder.wstring() + L"\"");
   EXPECT_EQ(run.exit_code, 1U);
   const std::string page = ReadText(folder / "report.html");
-  EXPECT_TRUE(page.contains("Unfinished: step 2 of 2, in line 2, has not ended.")) << page;
+  EXPECT_TRUE(page.contains("Unfinished: line 2, step 2 of 2, has not ended.")) << page;
   EXPECT_TRUE(page.contains("<section id=\"line-1\">"));
-  EXPECT_TRUE(page.contains("No picture: Failed to save image!"));
+  EXPECT_TRUE(
+      page.contains("No picture of the browser: Failed to save image! (the picture shows the whole screen)"));
   const std::string asked_for = ReadText(folder_ / "picture-asked-for.json");
   EXPECT_TRUE(asked_for.contains("new\\\\report\",\"file-name\":\"line-1.png\"")) << asked_for;
+}
+
+TEST_F(PlayerProgram, KeepsAFailedStepWhenItsPictureCrashesTheLibrary) {
+  const Played run = Play("{\"command\":\"click\",\"target\":\"id=crash-in-picture\"}\n", L"--report r");
+  EXPECT_EQ(run.exit_code, 1U);
+  EXPECT_TRUE(run.errors.contains("after line 1: the library crashed")) << run.errors;
+  const std::string page = ReadText(folder_ / "r" / "report.html");
+  EXPECT_TRUE(page.contains("Element not found!</span>")) << page;
+  EXPECT_TRUE(page.contains("<dt>the library noted</dt><dd>Really é?</dd>")) << page;
+  EXPECT_TRUE(page.contains("1 of 1 steps have ended")) << page;
+}
+
+TEST_F(PlayerProgram, SavesTheScreenWhereTheBrowserIsLost) {
+  Play("{\"command\":\"gettext\",\"shot\":true}\n", L"--report r");
+  EXPECT_TRUE(ReadText(folder_ / "r" / "line-1.png").starts_with("\x89PNG"));
+  EXPECT_TRUE(ReadText(folder_ / "r" / "report.html").contains("<img alt=\"The browser after this step\""));
+}
+
+TEST_F(PlayerProgram, PlaysWhatAPipeHolds) {
+  const std::wstring dll = L" --dll \"" + BesideThisProgram(L"fake_quillmate.dll").wstring() + L"\"";
+  input_ = "{\"command\":\"gettext\"}\n";
+  EXPECT_EQ(Start(L"-" + dll).exit_code, 0U);
+  input_ = "# nothing\n";
+  const Played empty = Start(L"-" + dll);
+  EXPECT_EQ(empty.exit_code, 2U);
+  EXPECT_TRUE(empty.errors.contains("-: no steps")) << empty.errors;
 }
 
 TEST_F(PlayerProgram, TellsTheStepInWhichTheLibraryBroke) {
@@ -165,7 +210,7 @@ TEST_F(PlayerProgram, TellsTheStepInWhichTheLibraryBroke) {
   for (const Row& row : rows) {
     const Played run = Play("{\"command\":\"gettext\"}\n{\"command\":\"" + row.command + "\"}\n");
     EXPECT_EQ(run.exit_code, 1U) << row.command;
-    EXPECT_TRUE(run.out.starts_with("1  gettext")) << run.out;
+    EXPECT_TRUE(run.out.starts_with("line 1  gettext")) << run.out;
     EXPECT_TRUE((run.out + run.errors).contains(row.message)) << run.out << run.errors;
   }
 }

@@ -46,21 +46,27 @@ Outcome OutcomeOf(const Step& step, std::string_view answer) {
   return outcome;
 }
 
+Summary AfterStep(std::size_t played) {
+  return {.steps = played, .played = played, .failed = 0, .first_failure = 0, .time = {}};
+}
+
 TEST_F(ReportTest, IsCompleteUpToTheLastStepThatEnded) {
   const auto steps = ParseScript(
       "{\"command\":\"back\"}\n{\"command\":\"click\",\"target\":\"id=<&\\\"'>\"}\n{\"command\":\"quit\"}",
       {});
   Report report(folder_, "a<b>.jsonl", *steps, [this](const std::string& name) { return SavePicture(name); });
   EXPECT_TRUE(Page().contains("No step has ended yet."));
-  report.Started((*steps)[0], {.steps = 3, .played = 0, .failed = 0, .time = {}});
-  EXPECT_TRUE(Page().contains("Unfinished: step 1 of 3, in line 1, has not ended."));
+  report.Started((*steps)[0], {.steps = 3, .played = 0, .failed = 0, .first_failure = 0, .time = {}});
+  EXPECT_TRUE(Page().contains("Unfinished: line 1, step 1 of 3, has not ended."));
   report.Finished(OutcomeOf((*steps)[0], R"({"success":true,"result":true})"),
-                  {.steps = 3, .played = 1, .failed = 0, .time = {}});
+                  {.steps = 3, .played = 1, .failed = 0, .first_failure = 0, .time = {}});
   EXPECT_TRUE(Page().contains("Unfinished: 1 of 3 steps have ended."));
   EXPECT_TRUE(Page().contains("<section id=\"line-1\">"));
-  report.Started((*steps)[1], {.steps = 3, .played = 1, .failed = 0, .time = {}});
-  report.Finished(OutcomeOf((*steps)[1], kFailure), {.steps = 3, .played = 2, .failed = 1, .time = {}});
-  report.Ended({.steps = 3, .played = 2, .failed = 1, .time = std::chrono::milliseconds(82)});
+  report.Started((*steps)[1], {.steps = 3, .played = 1, .failed = 0, .first_failure = 0, .time = {}});
+  report.Finished(OutcomeOf((*steps)[1], kFailure),
+                  {.steps = 3, .played = 2, .failed = 1, .first_failure = 2, .time = {}});
+  report.Ended(
+      {.steps = 3, .played = 2, .failed = 1, .first_failure = 2, .time = std::chrono::milliseconds(82)});
   const std::string page = Page();
   EXPECT_TRUE(report.Good());
   for (const std::string_view part :
@@ -77,7 +83,7 @@ TEST_F(ReportTest, KeepsTheSummarysPlaceWhateverTheTimes) {
   for (int i = 0; i < 300; ++i) script += "{\"command\":\"movetoelementwithoffset\"}\n";
   const auto steps = ParseScript(script, {});
   Report report(folder_, "s", *steps, [](const std::string&) { return "no browser"; });
-  Summary summary{.steps = 300, .played = 0, .failed = 0, .time = {}};
+  Summary summary{.steps = 300, .played = 0, .failed = 0, .first_failure = 1, .time = {}};
   for (const Step& step : *steps) {
     report.Started(step, summary);
     Outcome outcome = OutcomeOf(step, kFailure);
@@ -92,7 +98,7 @@ TEST_F(ReportTest, KeepsTheSummarysPlaceWhateverTheTimes) {
                 .find_first_not_of(" \n"),
             std::string::npos);
   EXPECT_TRUE(page.contains("<main>\n<section id=\"line-1\"")) << page.substr(0, 400);
-  EXPECT_TRUE(page.contains("No picture: no browser"));
+  EXPECT_TRUE(page.contains("No picture of the browser: no browser"));
 }
 
 TEST_F(ReportTest, ShowsWhatTheScriptItselfCaptured) {
@@ -103,12 +109,88 @@ TEST_F(ReportTest, ShowsWhatTheScriptItselfCaptured) {
       {});
   SavePicture("a.png");
   Report report(folder_, "s", *steps, [](const std::string&) { return "asked for"; });
-  report.Finished(OutcomeOf((*steps)[0], R"({"success":true,"result":true})"), {});
-  report.Finished(OutcomeOf((*steps)[1], R"({"success":true,"result":"[[0,1],[\"<a>\",\"\"]]"})"), {});
+  report.Finished(OutcomeOf((*steps)[0], R"({"success":true,"result":true})"), AfterStep(1));
+  report.Finished(OutcomeOf((*steps)[1], R"({"success":true,"result":"[[0,1],[\"<a>\",\"\"]]"})"),
+                  AfterStep(2));
   EXPECT_TRUE(Page().contains("href=\"a.png\""));
   EXPECT_TRUE(Page().contains("<tr><th>0</th><th>1</th></tr>\n<tr><td>&lt;a&gt;</td><td></td></tr>"));
-  EXPECT_TRUE(Page().contains("a table of 2 rows"));
+  EXPECT_TRUE(Page().contains("a table of 1 row"));
   EXPECT_FALSE(Page().contains("asked for"));
+}
+
+TEST_F(ReportTest, HoldsAStepBeforeItsPictureIsTaken) {
+  const auto steps = ParseScript(R"({"command":"click","target":"id=a"})", {});
+  std::string page_then;
+  Report report(folder_, "s", *steps, [&](const std::string& name) {
+    page_then = Page();
+    return SavePicture(name) + "Frame not found!";
+  });
+  report.Finished(OutcomeOf((*steps)[0], kFailure),
+                  {.steps = 1, .played = 1, .failed = 1, .first_failure = 1, .time = {}});
+  EXPECT_TRUE(page_then.contains("Element &lt;b&gt; not found!</span>")) << page_then;
+  EXPECT_TRUE(page_then.contains("1 of 1 steps have ended")) << page_then;
+  const std::string page = Page();
+  EXPECT_TRUE(
+      page.contains("No picture of the browser: Frame not found!</p>\n<figure><a href=\"line-1.png\">"));
+  EXPECT_TRUE(page.ends_with("</figure>\n</section>\n"));
+  EXPECT_TRUE(page.contains("<a href=\"#line-1\">The first failure: line 1</a>"));
+}
+
+// Failures, each with a picture: from some point on, a step costs the same however long the script is.
+TEST_F(ReportTest, GrowsLinearlyWithTheScript) {
+  const auto size_after = [this](std::size_t count) {
+    std::string script;
+    for (std::size_t i = 0; i < count; ++i) script += "{\"command\":\"click\",\"target\":\"id=a\"}\n";
+    const auto steps = ParseScript(script, {});
+    std::ofstream(folder_ / "picture") << std::string(8000, 'p');
+    Report report(folder_, "s", *steps, [this](const std::string& name) {
+      fs::copy_file(folder_ / "picture", folder_ / name, fs::copy_options::overwrite_existing);
+      return std::string();
+    });
+    Summary summary = AfterStep(0);
+    summary.steps = count;
+    for (const Step& step : *steps) {
+      ++summary.played;
+      report.Finished(OutcomeOf(step, kFailure), summary);
+    }
+    report.Ended(summary);
+    return Page().size();
+  };
+  const std::size_t shorter = size_after(1000);
+  const std::size_t longer = size_after(1500);
+  EXPECT_LT(longer - shorter, 500U * 1200);
+  EXPECT_LT(shorter, 7'000'000U);
+  EXPECT_TRUE(Page().contains("title=\"line 1486 to 1500, 615 ms\""));
+  EXPECT_TRUE(Page().contains("loading=\"lazy\" src=\"line-1500.png\""));
+}
+
+TEST(Links, LeadToFilesOfEveryName) {
+  const std::pair<std::string, std::string> rows[] = {
+      {"order #4.png", "order%20%234.png"},
+      {"50%25/a.png", "50%2525/a.png"},
+      {"javascript:x.png", "javascript%3Ax.png"},
+      {"C:/shots/é.png", "file:///C:/shots/%C3%A9.png"},
+      {"//server/share/a?.png", "file://server/share/a%3F.png"},
+      {"/tmp/a.png", "file:///tmp/a.png"},
+  };
+  for (const auto& [path, link] : rows) EXPECT_EQ(LinkTo(path), link);
+}
+
+TEST_F(ReportTest, FindsTheScriptsOwnFilesWhateverTheirKindAndPlace) {
+  struct Row {
+    std::string name, part;
+  };
+  const std::string relative = fs::relative(folder_).generic_string();
+  for (const Row& row : {Row{"a b.png", "<a href=\"a%20b.png\"><img"}, Row{"a.bmp", "data:image/bmp;base64,"},
+                         Row{"a.tif", "<a href=\"a.tif\"></a><figcaption><a href=\"a.tif\">a.tif</a>"}}) {
+    const auto steps = ParseScript(
+        R"({"command":"takescreenshot","Save-Path":")" + relative + R"(","FILE-NAME":")" + row.name + "\"}",
+        {});
+    SavePicture(row.name);
+    Report report(folder_, "s", *steps, [](const std::string&) { return "asked for"; });
+    report.Finished(OutcomeOf((*steps)[0], R"({"success":true,"result":true})"), AfterStep(1));
+    EXPECT_TRUE(Page().contains(row.part)) << Page();
+  }
 }
 
 TEST(Base64, EncodesEveryTailLength) {

@@ -47,7 +47,7 @@ TEST(Expectation, ComparesOnlyTheMembersThatAreGiven) {
   const std::vector<Row> rows = {
       {"", passed, ""},
       {"", failed, "Frame not found!"},
-      {"", R"({"success":false,"result":0})", "answered no success"},
+      {"", R"({"success":false,"result":0})", "did not succeed"},
       {R"(,"expect":{})", failed, ""},
       {R"(,"expect":{"success":false})", failed, ""},
       {R"(,"expect":{"success":false})", passed, "expected success false, got true"},
@@ -61,6 +61,8 @@ TEST(Expectation, ComparesOnlyTheMembersThatAreGiven) {
       {R"(,"expect":{"result":[[0,1],["a","b"]]})", table, ""},
       {R"(,"expect":{"result":[[0,1],["a","B"]]})", table,
        R"(expected result [[0,1],["a","B"]], got "[\t[0, 1],\n\t[\"a\", \"b\"]]")"},
+      {R"(,"expect":{"result":")" + std::string(300, 'a') + "\"}", passed,
+       "expected result \"" + std::string(198, 'a') + "…, got true"},
       {R"(,"expect":{"result":{"b":1,"a":2}})", R"({"success":true,"result":{"a":2,"b":1}})", ""},
       {R"(,"expect":{"result":"x"})", R"({"success":true})", R"(expected result "x", got none)"},
   };
@@ -107,27 +109,34 @@ FakeHost ScriptHost() {
                    {"bad", "oops"}});
 }
 
+// A clock that goes on by 20 ms each time that it is looked at.
+Clock TickingClock() {
+  return [now = std::chrono::steady_clock::time_point()]() mutable { return now += milliseconds(20); };
+}
+
 Summary RunScript(bool keep_going, Observer& observer, const std::vector<Step>& steps) {
   FakeHost host = ScriptHost();
   Observer* observers[] = {&observer};
-  return Play(steps, host, {.keep_going = keep_going, .decode = DecodeOneByteLetters}, observers);
+  return Play(steps, host, {.keep_going = keep_going, .decode = DecodeOneByteLetters, .now = TickingClock()},
+              observers);
 }
 
 TEST(Run, PrintsALineAStepAndStopsAtTheFirstFailure) {
   const auto steps = Parse(kScript);
   TextBuffer out;
-  StepPrinter printer(out, steps, 60);
+  StepPrinter printer(out, steps, 65);
   const Summary summary = RunScript(false, printer, steps);
   EXPECT_FALSE(summary.Passed());
   EXPECT_EQ(summary.played, 3U);
   const std::string blanks(15, ' ');
-  EXPECT_TRUE(out.text.starts_with("1  back           ok" + blanks +
-                                   "  0 ms\n"
-                                   "2  gettext  id=a  ok  \"a\\nb\"" +
-                                   std::string(7, ' ') +
-                                   "  0 ms\n"
-                                   "4  gone     名前  FAILED  the library answered a null pointer  0 ms\n"
-                                   "1 of 5 steps failed, 2 not played, in "))
+  EXPECT_TRUE(
+      out.text.starts_with("line 1  back           ok" + blanks +
+                           "  20 ms\n"
+                           "line 2  gettext  id=a  ok  \"a\\nb\"" +
+                           std::string(7, ' ') +
+                           "  20 ms\n"
+                           "line 4  gone     名前  FAILED  the library answered a null pointer  20 ms\n"
+                           "1 of 5 steps failed, 2 not played, in "))
       << out.text;
 }
 
@@ -139,41 +148,64 @@ TEST(Run, KeepsGoingWhenAskedAndPrintsObjectsForPrograms) {
   EXPECT_EQ(summary.played, 5U);
   EXPECT_EQ(summary.failed, 2U);
   EXPECT_EQ(out.text,
-            R"({"line":1,"command":"back","envelope":{"success":true,"result":true},"ms":0}
-{"line":2,"command":"gettext","envelope":{"success":true,"result":"a\nb"},"ms":0}
-{"line":4,"command":"gone","envelope":null,"ms":0}
-{"line":5,"command":"bad","envelope":null,"ms":0}
-{"line":6,"command":"back","envelope":{"success":true,"result":true},"ms":0}
+            R"({"line":1,"command":"back","envelope":{"success":true,"result":true},"ms":20}
+{"line":2,"command":"gettext","envelope":{"success":true,"result":"a\nb"},"ms":20}
+{"line":4,"command":"gone","envelope":null,"ms":20}
+{"line":5,"command":"bad","envelope":null,"ms":20}
+{"line":6,"command":"back","envelope":{"success":true,"result":true},"ms":20}
 )");
   EXPECT_EQ(errors.text,
             "line 4: gone: the library answered a null pointer\n"
             "line 5: bad: the answer is no envelope: oops\n");
 }
 
-TEST(Run, FindsAnUnknownCommandBeforeAnythingIsPlayed) {
-  const FakeHost host({{"back", std::nullopt}});
-  const auto steps = Parse("{\"command\":\"back\"}\n{\"target\":\"é\", \"command\":\"bakc\"}");
-  const auto error = FindUnknownCommand(steps, host);
-  ASSERT_TRUE(error.has_value());
-  EXPECT_EQ(error->line, 2);
-  EXPECT_EQ(error->column, 26);
-  EXPECT_EQ(error->message, "the library has no command \"bakc\"");
+TEST(Run, FindsWrongCommandsAndParametersBeforeAnythingIsPlayed) {
+  const FakeHost host({{"back", std::nullopt}, {"click", std::nullopt}, {"new_one", std::nullopt}});
+  struct Row {
+    std::string line;
+    int column;
+    std::string message;
+  };
+  const std::vector<Row> rows = {
+      {"{\"target\":\"é\", \"command\":\"bakc\"}", 26,
+       "the library has no command \"bakc\"; is \"back\" meant?"},
+      {R"({"command":"nothing like it"})", 12, "the library has no command \"nothing like it\""},
+      {R"({"command":"click","targt":"id=a"})", 20,
+       R"("click" has no parameter "targt"; its parameters are "target", "manual-click")"},
+      {R"({"command":"back","value":"1"})", 19, R"("back" has no parameter "value"; it has none)"},
+      // The table has it, the library at hand does not.
+      {R"({"command":"refresh"})", 12, "the library has no command \"refresh\""},
+  };
+  for (const Row& row : rows) {
+    const auto error = FindWrongStep(Parse("{\"command\":\"back\"}\n" + row.line), host);
+    ASSERT_TRUE(error.has_value()) << row.line;
+    EXPECT_EQ(error->line, 2);
+    EXPECT_EQ(error->column, row.column) << row.line;
+    EXPECT_EQ(error->message, row.message);
+  }
+  EXPECT_FALSE(FindWrongStep(Parse(R"({"command":"click","Manual-Click":"True"}
+{"command":"new_one","whatever":"1"})"),
+                             host));
 }
 
 TEST(Run, SaysTimesAndOutcomesInWords) {
   EXPECT_EQ(TimeText(milliseconds(999)), "999 ms");
   EXPECT_EQ(TimeText(milliseconds(3449)), "3.4 s");
   EXPECT_EQ(TimeText(milliseconds(59'999)), "1 min 0 s");
-  EXPECT_EQ(SummaryText({.steps = 1, .played = 1, .failed = 0, .time = milliseconds(41)}),
+  EXPECT_EQ(SummaryText({.steps = 1, .played = 1, .failed = 0, .first_failure = 0, .time = milliseconds(41)}),
             "1 step, all as expected in 41 ms");
-  EXPECT_EQ(SummaryText({.steps = 3, .played = 3, .failed = 2, .time = milliseconds(2000)}),
-            "2 of 3 steps failed in 2.0 s");
+  EXPECT_EQ(
+      SummaryText({.steps = 3, .played = 3, .failed = 2, .first_failure = 0, .time = milliseconds(2000)}),
+      "2 of 3 steps failed in 2.0 s");
+  EXPECT_EQ(SummaryText({.steps = 9, .played = 9, .failed = 2, .first_failure = 4, .time = milliseconds(5)}),
+            "2 of 9 steps failed, the first in line 4, in 5 ms");
 }
 
 TEST(Progress, TellsPositionAndTimeLeftWithinTheColumns) {
   const auto steps = Parse(R"({"command":"click","target":"id=a"})");
-  const Summary so_far{.steps = 4, .played = 2, .failed = 0, .time = milliseconds(6000)};
-  EXPECT_EQ(ProgressText(steps[0], {.steps = 4, .played = 0, .failed = 0, .time = {}}, milliseconds(0), 80),
+  const Summary so_far{.steps = 4, .played = 2, .failed = 0, .first_failure = 0, .time = milliseconds(6000)};
+  EXPECT_EQ(ProgressText(steps[0], {.steps = 4, .played = 0, .failed = 0, .first_failure = 0, .time = {}},
+                         milliseconds(0), 80),
             "[--------------------]  1 of 4  click id=a");
   EXPECT_EQ(ProgressText(steps[0], so_far, milliseconds(1000), 80),
             "[##########----------]  3 of 4  click id=a  about 5 s left");
@@ -214,6 +246,9 @@ TEST(Options, AreReadOrRefusedWithAReason) {
   const auto options = ParseOptions(all);
   ASSERT_TRUE(options.has_value());
   EXPECT_EQ(options->variables.at("A"), "b=c");
+  const std::vector<std::string> dashed = {"--json", "--", "--help"};
+  EXPECT_EQ(ParseOptions(dashed)->script, "--help");
+  EXPECT_EQ(ParseOptions(std::vector<std::string>{"-"})->script, "-");
   EXPECT_TRUE(options->json && options->keep_going && options->script == "s.jsonl" && options->dll == "d" &&
               options->report == "r");
 }

@@ -48,7 +48,7 @@ TEST(Script, FillsVariablesIntoTextsOnceAndUnescaped) {
         Row{"$${PAGE}}", "$file:///C:/a.html}"}, Row{"${${PAGE}", "${file:///C:/a.html"}}) {
     const Step step = OnlyStep(R"({"command":"open","target":")" + row.written + "\"}");
     ASSERT_EQ(step.parameters.size(), 1U);
-    EXPECT_EQ(step.parameters[0].second, row.filled) << row.written;
+    EXPECT_EQ(step.parameters[0].value, row.filled) << row.written;
   }
   const Step step = OnlyStep(R"({"command":"x","expect":{"result":["${PAGE}"],"log":"${EMPTY}"}})");
   EXPECT_EQ(PrintCompact(step.expect->result.get()), R"(["file:///C:/a.html"])");
@@ -57,7 +57,7 @@ TEST(Script, FillsVariablesIntoTextsOnceAndUnescaped) {
 
 TEST(Script, KeepsALineOfAMegabyteWhole) {
   const std::string value(1 << 20, 'v');
-  EXPECT_EQ(OnlyStep(R"({"command":"type_m","value":")" + value + "\"}").parameters.at(0).second, value);
+  EXPECT_EQ(OnlyStep(R"({"command":"type_m","value":")" + value + "\"}").parameters.at(0).value, value);
 }
 
 TEST(Script, ReportsAMistakeAtItsLineAndColumn) {
@@ -80,8 +80,14 @@ TEST(Script, ReportsAMistakeAtItsLineAndColumn) {
       {R"({"command":"x","target":"a","target":"b"})", 29, "\"target\" is given twice"},
       {R"({"command":"x","shot":"true"})", 23, "\"shot\" is true or false"},
       {R"({"command":"x","expect":true})", 25, "\"expect\" is an object"},
-      {R"({"command":"x","expect":{"sucess":true}})", 25, "\"expect\" cannot hold \"sucess\": true"},
-      {R"({"command":"x","expect":{"success":1}})", 25, "\"expect\" cannot hold \"success\": 1"},
+      {R"({"command":"x","target":"a","Target":"b"})", 29,
+       "\"Target\" and \"target\" are one name: the library ignores case"},
+      {R"({"command":"x","expect":{"log":"a","log":"b"}})", 36, "\"log\" is given twice"},
+      {R"({"command":"x","expect":{"log":"${NOT_THIS}${NO}"},"value":"${NO}"})", 33,
+       "${NOT_THIS} has no value: give --set NOT_THIS=TEXT"},
+      {R"({"command":"x","value":"${PAGE}${PAG}"})", 32, "${PAG} has no value: give --set PAG=TEXT"},
+      {R"({"command":"x","expect":{"sucess":true}})", 26, "\"expect\" cannot hold \"sucess\": true"},
+      {R"({"command":"x","expect":{"success":1}})", 26, "\"expect\" cannot hold \"success\": 1"},
       {R"({"command":"x","a":"{[\"]}","value":"é${NO}"})", 39, "${NO} has no value: give --set NO=TEXT"},
       {R"({"command":"x","value":"a\\\u0000"})", 28, "a text cannot hold the character \\u0000"},
       {"{\"command\":\"\xC3\"}", 13, "not valid UTF-8"},
