@@ -4,15 +4,17 @@
 #include <windows.h>
 
 #include <cstdio>
-#include <memory>
+#include <deque>
+#include <mutex>
 #include <string>
 #include <thread>
+#include <utility>
 
 #include <quillmate.h>
 
 namespace {
 
-constexpr UINT kAnswer = WM_APP;        // lParam: a std::string that the window owns from then on
+constexpr UINT kAnswer = WM_APP;        // the mailbox holds an answer
 constexpr UINT kFinished = WM_APP + 1;  // the worker has issued its last command
 constexpr UINT_PTR kRepaintTimer = 1;
 constexpr UINT kRepaintMs = 100;
@@ -20,6 +22,26 @@ constexpr UINT kRepaintMs = 100;
 int paints = 0;
 int answers = 0;
 int failures = 0;
+
+// What the worker has for the window.
+class Mailbox {
+ public:
+  void Put(std::string answer) {
+    const std::lock_guard lock(mutex_);
+    answers_.push_back(std::move(answer));
+  }
+  std::string Take() {
+    const std::lock_guard lock(mutex_);
+    std::string first = std::move(answers_.front());
+    answers_.pop_front();
+    return first;
+  }
+
+ private:
+  std::mutex mutex_;
+  std::deque<std::string> answers_;
+};
+Mailbox mailbox;
 
 void Report(const std::string& answer) {
   ++answers;
@@ -41,10 +63,8 @@ LRESULT CALLBACK WindowProcedure(HWND window, UINT message, WPARAM wparam, LPARA
       return Paint(window), 0;
     case WM_TIMER:
       return InvalidateRect(window, nullptr, TRUE), 0;
-    case kAnswer: {
-      const std::unique_ptr<const std::string> answer(reinterpret_cast<const std::string*>(lparam));
-      return Report(*answer), 0;
-    }
+    case kAnswer:
+      return Report(mailbox.Take()), 0;
     case kFinished:
       return PostQuitMessage(0), 0;
     default:
@@ -65,8 +85,8 @@ HWND OpenWindow(HINSTANCE program) {
 // Posted, not sent: the worker does not wait for the window.
 void Run(HWND window, quillmate_command command, const std::string& parameters) {
   const char* answer = command(parameters.c_str());
-  auto copy = std::make_unique<const std::string>(answer != nullptr ? answer : "no memory");
-  if (PostMessageW(window, kAnswer, 0, reinterpret_cast<LPARAM>(copy.get()))) copy.release();
+  mailbox.Put(answer != nullptr ? answer : "no memory");
+  PostMessageW(window, kAnswer, 0, 0);
 }
 
 void RunCommands(HWND window, const std::string& address) {
