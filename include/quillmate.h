@@ -421,8 +421,8 @@ QUILLMATE_API const char* quillmate_iselementexist(const char* parameters);
  * - element check: "target" is no element locator.
  * - "Frame not found!": no window is selected, its page does not respond, or a selected frame is gone.
  * - "Wait element show failed!": the element does not appear in time.
- * Note: Looks ten times, with a second between. When the element does not appear in time, "result" is
- *   false, not 0.
+ * Note: Looks ten times, with a second between. A page that does not respond counts as a look that failed.
+ *   When the element does not appear in time, "result" is false, not 0.
  */
 QUILLMATE_API const char* quillmate_waitshow(const char* parameters);
 
@@ -437,8 +437,8 @@ QUILLMATE_API const char* quillmate_waitshow(const char* parameters);
  * - element check: "target" is no element locator.
  * - "Frame not found!": no window is selected, its page does not respond, or a selected frame is gone.
  * - "Wait element disappear failed!": the element does not disappear in time.
- * Note: Looks ten times, with a second between. When the element does not disappear in time, "result" is
- *   false, not 0.
+ * Note: Looks ten times, with a second between. A page that does not respond counts as a look that failed.
+ *   When the element does not disappear in time, "result" is false, not 0.
  */
 QUILLMATE_API const char* quillmate_waitdisappear(const char* parameters);
 
@@ -512,8 +512,8 @@ QUILLMATE_API const char* quillmate_click(const char* parameters);
  * - "Send keys failed!": the page does not let the focus go to the field within three seconds.
  * - "Set attribute failed!": the page refuses the value.
  * Note: Gives the field the focus, empties it by Ctrl+A and Delete, pauses for half a second, and then sets
- *   the value attribute and the field's own value. Only the keys raise events; setting the value raises
- *   none.
+ *   the value attribute and the field's own value, or the text of an editable region that is no form
+ *   control. Only the keys raise events; setting the value raises none.
  */
 QUILLMATE_API const char* quillmate_type_m(const char* parameters);
 
@@ -547,6 +547,7 @@ QUILLMATE_API const char* quillmate_fasttype(const char* parameters);
  * - the search's message: no element matches.
  * - "Failed to add text to the edit box!": the value cannot be read or written.
  * Note: Pauses for half a second between reading and writing. Raises no events.
+ * Note: Of an editable region that is no form control, the text is its value.
  */
 QUILLMATE_API const char* quillmate_append(const char* parameters);
 
@@ -649,7 +650,7 @@ QUILLMATE_API const char* quillmate_gettext(const char* parameters);
  * - element check: "target" is no element locator.
  * - general check: "value" is longer than 65,535 bytes.
  * - the search's message: no element matches.
- * - "Send keys to element failed!": the page refuses.
+ * - "Send keys to element failed!": the page refuses, or the element is a file field.
  * Note: Sets the value attribute and the field's own value. Of an editable region that is no form control
  *   it sets the text. Raises no events.
  */
@@ -660,14 +661,15 @@ QUILLMATE_API const char* quillmate_sendkeystoelement(const char* parameters);
  *
  * Parameters:
  * - "value" (text of at most 65,535 bytes, may be empty): the script.
- * Result: text or number. The value of the script as a text, empty for null and undefined, or the number 0
- *   when the script has not returned after one second.
+ * Result: text or number. The value of the script as a text, empty for null and undefined and the default
+ *   text of an object ("[object]" where it has none), or the number 0 when the script has not returned
+ *   after one second.
  * Fails with:
  * - general check: "value" is longer than 65,535 bytes.
  * - "Frame not found!": no window is selected, its page does not respond, or a selected frame is gone.
  * - "Get parent window failed!": the page has no window.
  * - "Element not found!": the page is gone by the time the script starts.
- * - "Execute script failed!": the script has an error, or its value has no text.
+ * - "Execute script failed!": the script has an error.
  */
 QUILLMATE_API const char* quillmate_executescript(const char* parameters);
 
@@ -823,6 +825,8 @@ QUILLMATE_API const char* quillmate_clickandhold(const char* parameters);
  * - "Failed to scroll the element to the view!": the element cannot be measured, or its centre is not in
  *   view even after scrolling.
  * - "Double click failed!": the cursor cannot be moved there.
+ * Note: When the library itself has clicked within the system's double-click time, it waits that time out
+ *   first, so that the page sees no triple click.
  */
 QUILLMATE_API const char* quillmate_doubleclick(const char* parameters);
 
@@ -1048,10 +1052,12 @@ QUILLMATE_API const char* quillmate_perform(const char* parameters);
  * - "Table not found!": no element matches "by", or it is neither a table nor in one.
  * Note: The first row holds the column numbers from 0, or for a layui grid the texts of its header table.
  *   The rows of the table follow, its heading rows among them. Rows of more than 50,000 cells are left out.
- * Note: The control is clicked and the table read again at once, until the control's class contains
- *   "disable". The paging also ends, with a success and the rows read so far, when the control is gone, its
- *   click fails or opens a message box, or "by" matches no table any more. A control that is never disabled
- *   keeps the command running for ever.
+ * Note: The control is clicked and the table read again as soon as the click has returned, until the
+ *   control's class contains "disable". A click may take five seconds. Paging also ends, with a success and
+ *   the rows read so far, when the control is gone, its click fails or opens a message box, or "by" matches
+ *   no table any more. A page that loads its rows later gives its old rows again. A control that is never
+ *   disabled keeps the command running for ever.
+ * Note: A cell that cannot be read is the empty text. A row that cannot be read is left out.
  */
 QUILLMATE_API const char* quillmate_gettable(const char* parameters);
 
