@@ -4,7 +4,9 @@
 
 #include <memory>
 
+#include "browser_guard.h"
 #include "play.h"
+#include "serve.h"
 #include "windows_text.h"
 
 namespace quillmate::player {
@@ -21,10 +23,18 @@ std::vector<std::string> Arguments() {
   return arguments;
 }
 
+int Serve(const Options& options) {
+  StandardStream out(TakeStandardHandle(STD_OUTPUT_HANDLE));
+  StandardStream errors(TakeStandardHandle(STD_ERROR_HANDLE));
+  return ServeRequests(options, out, errors);
+}
+
 int Run() {
-  StandardStream out(STD_OUTPUT_HANDLE);
-  StandardStream errors(STD_ERROR_HANDLE);
   const auto options = ParseOptions(Arguments());
+  if (options && options->guard_browsers) return GuardBrowsers();
+  if (options && options->serve) return Serve(*options);
+  StandardStream out(GetStdHandle(STD_OUTPUT_HANDLE));
+  StandardStream errors(GetStdHandle(STD_ERROR_HANDLE));
   if (!options) {
     errors.Write("quillmate-play: " + options.error() + " (see --help)\n");
     return kWrongCall;

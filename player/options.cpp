@@ -11,19 +11,34 @@ class Parser {
 
   std::expected<Options, std::string> Parse() {
     while (error_.empty() && next_ < arguments_.size()) ReadArgument(arguments_[next_++]);
-    if (error_.empty() && !options_.help && options_.script.empty()) error_ = "no script is given";
+    if (error_.empty() && !options_.help && !options_.guard_browsers) Check();
     if (!error_.empty()) return std::unexpected(std::move(error_));
     return std::move(options_);
   }
 
  private:
+  void Check() {
+    const bool has_script = !options_.script.empty();
+    if (options_.serve && (has_script || options_.json || options_.keep_going || !options_.report.empty() ||
+                           !options_.variables.empty())) {
+      error_ = "--serve takes --dll, --shots and --close-browsers alone";
+    } else if (!options_.serve && (!options_.shots.empty() || options_.close_browsers)) {
+      error_ = "--shots and --close-browsers belong to --serve";
+    } else if (!options_.serve && !has_script) {
+      error_ = "no script is given";
+    }
+  }
+
   void ReadArgument(const std::string& argument) {
     const std::map<std::string_view, bool*> flags = {{"--json", &options_.json},
                                                      {"--keep-going", &options_.keep_going},
+                                                     {"--serve", &options_.serve},
+                                                     {"--close-browsers", &options_.close_browsers},
+                                                     {"--guard-browsers", &options_.guard_browsers},
                                                      {"--help", &options_.help},
                                                      {"-h", &options_.help}};
-    const std::map<std::string_view, std::string*> texts = {{"--dll", &options_.dll},
-                                                            {"--report", &options_.report}};
+    const std::map<std::string_view, std::string*> texts = {
+        {"--dll", &options_.dll}, {"--report", &options_.report}, {"--shots", &options_.shots}};
     if (only_script_left_) return ReadScript(argument);
     if (const auto flag = flags.find(argument); flag != flags.end()) return SetFlag(argument, *flag->second);
     if (const auto text = texts.find(argument); text != texts.end()) return ReadText(argument, *text->second);
@@ -85,6 +100,7 @@ std::expected<Options, std::string> ParseOptions(std::span<const std::string> ar
 }
 
 const std::string_view kHelp = R"(usage: quillmate-play SCRIPT.jsonl [OPTIONS]
+       quillmate-play --serve [--shots DIR] [--close-browsers] [--dll PATH]
 
 Plays a script of Quillmate commands, one JSON object a line, from a file or with "-" from standard input:
 
@@ -104,6 +120,14 @@ command succeeds. "shot": true puts a picture of the browser after the step into
   --dll PATH        load this library instead of quillmate.dll beside this program
   --                the script's name follows, though it begins with "-"
   --help            print this text
+
+With --serve, carries out requests from standard input, one JSON object a line, and answers each in a line:
+
+  {"id": 1, "command": "click", "target": "id=ok", "time-out": 5000}
+  {"id":1,"success":true,"result":"","log":"","ms":41}
+
+  --shots DIR       keep a picture after each failure
+  --close-browsers  close the browsers that this process has opened, whatever ends it
 
 Output is UTF-8. Exit code: 0 all steps as expected, 1 a step failed, 2 the script or the call is wrong.
 )";

@@ -16,6 +16,10 @@ struct Options {
   std::string dll;     ///< empty: quillmate.dll beside the player
   std::string report;  ///< folder; empty: no report
   Variables variables;
+  std::string shots;  ///< folder of a server's pictures; empty: none
+  bool serve = false;
+  bool close_browsers = false;
+  bool guard_browsers = false;  ///< how a server starts its guard
   bool json = false;
   bool keep_going = false;
   bool help = false;

@@ -15,7 +15,10 @@ void StandardStream::Write(std::string_view utf8) {
     return;
   }
   while (!utf8.empty()) {
-    if (!WriteFile(handle_, utf8.data(), static_cast<DWORD>(utf8.size()), &written, nullptr)) return;
+    if (!WriteFile(handle_, utf8.data(), static_cast<DWORD>(utf8.size()), &written, nullptr)) {
+      good_ = false;
+      return;
+    }
     utf8.remove_prefix(written);
   }
 }
@@ -26,6 +29,18 @@ std::optional<std::size_t> StandardStream::ConsoleColumns() const {
   // The last column stays free: writing into it would wrap the line.
   const int columns = info.srWindow.Right - info.srWindow.Left;
   return static_cast<std::size_t>(columns > 0 ? columns : 79);
+}
+
+HANDLE TakeStandardHandle(DWORD which) {
+  const HANDLE shared = GetStdHandle(which);
+  HANDLE own = nullptr;
+  if (!DuplicateHandle(GetCurrentProcess(), shared, GetCurrentProcess(), &own, 0, FALSE,
+                       DUPLICATE_SAME_ACCESS))
+    return shared;
+  SetStdHandle(which, CreateFileW(L"NUL", GENERIC_READ | GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE,
+                                  nullptr, OPEN_EXISTING, 0, nullptr));
+  CloseHandle(shared);
+  return own;
 }
 
 std::string ReadStandardInput() {

@@ -14,6 +14,8 @@ class TextSink {
  public:
   virtual ~TextSink() = default;
   virtual void Write(std::string_view utf8) = 0;
+  /// @return false once nobody takes the text any more.
+  virtual bool Good() const { return true; }
 };
 
 /// One line a step: position in the script, command, what it acts on, outcome, time; and a closing line.

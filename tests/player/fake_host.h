@@ -11,15 +11,15 @@ namespace quillmate::player {
 
 class FakeHost : public CommandHost {
  public:
-  explicit FakeHost(std::map<std::string, std::optional<std::string>> answers)
-      : answers_(std::move(answers)) {}
+  using Answers = std::map<std::string, std::optional<std::string>>;
+  explicit FakeHost(Answers answers) : answers_(std::move(answers)) {}
   bool Has(const std::string& command) const override { return answers_.contains(command); }
   std::optional<std::string> Call(const std::string& command, const std::string&) override {
     return answers_.at(command);
   }
 
  private:
-  std::map<std::string, std::optional<std::string>> answers_;
+  Answers answers_;
 };
 
 }  // namespace quillmate::player

@@ -198,6 +198,33 @@ TEST_F(PlayerProgram, PlaysWhatAPipeHolds) {
   EXPECT_TRUE(empty.errors.contains("-: no steps")) << empty.errors;
 }
 
+TEST_F(PlayerProgram, ServesTextsOfBothEncodingsInUtf8AndNamesTheCommandOfACrash) {
+  const std::wstring serve = L"--serve --dll \"" + BesideThisProgram(L"fake_quillmate.dll").wstring() + L"\"";
+  input_ = R"({"id":1,"command":"gettext"}
+{"id":2,"command":"gettable"}
+{"id":3,"command":"currenturl"}
+{"id":4,"command":"type_m","target":"id=a","value":"é确😀"}
+{"id":5,"command":"click"}
+)";
+  const Played run = Start(serve);
+  EXPECT_EQ(run.exit_code, 0U) << run.errors;
+  for (const std::string& part :
+       {R"({"id":1,"success":true,"result":")" + AnsiText() + "\"", std::string(R"("result":[[0],["é确"]])"),
+        std::string(R"("result":"file:///C:/é确.html")"),
+        std::string(R"({"id":4,"success":true,"result":true)"), std::string(R"("notes":["Really é?"]})")})
+    EXPECT_TRUE(run.out.contains(part)) << run.out;
+
+  for (const auto& [command, what] : {std::pair("refresh", "the library crashed (exception 0xC0000005)"),
+                                      std::pair("back", "the library ended the process")}) {
+    input_ = "{\"id\":\"x\",\"command\":\"" + std::string(command) + "\"}\n";
+    const Played crashed = Start(serve);
+    EXPECT_EQ(crashed.exit_code, 1U);
+    EXPECT_TRUE(crashed.out.ends_with("\n{\"id\":\"x\",\"success\":false,\"result\":0,\"log\":\"" +
+                                      std::string(command) + ": " + what + "\",\"crashed\":true}\n"))
+        << crashed.out;
+  }
+}
+
 TEST_F(PlayerProgram, TellsTheStepInWhichTheLibraryBroke) {
   struct Row {
     std::string command, message;

@@ -5,6 +5,7 @@
 #include "options.h"
 #include "printers.h"
 #include "progress.h"
+#include "text_buffer.h"
 #include "utf8.h"
 
 namespace quillmate::player {
@@ -18,12 +19,6 @@ std::string DecodeOneByteLetters(std::string_view bytes) {
   for (const char byte : bytes) text += static_cast<unsigned char>(byte) < 0x80 ? std::string(1, byte) : "é";
   return text;
 }
-
-class TextBuffer : public TextSink {
- public:
-  void Write(std::string_view utf8) override { text += utf8; }
-  std::string text;
-};
 
 std::vector<Step> Parse(std::string_view script) {
   auto steps = ParseScript(script, {});
@@ -226,6 +221,8 @@ TEST(Options, AreReadOrRefusedWithAReason) {
   };
   const std::vector<Row> rows = {
       {{}, "no script is given"},
+      {{"--serve", "a"}, "--serve takes --dll, --shots and --close-browsers alone"},
+      {{"a", "--shots", "d"}, "--shots and --close-browsers belong to --serve"},
       {{"a", "b"}, "more than one script: a, b"},
       {{"a", "--fast"}, "unknown option --fast"},
       {{"a", "--json", "--json"}, "--json is given twice"},
