@@ -1,10 +1,13 @@
-// The parameters of one command: JSON text of one object whose members are strings.
 #pragma once
 
 #include <string>
 
-namespace quillmate::api {
+#include "api/result.h"
+#include "api/validation.h"
 
+namespace quillmate {
+
+/// The parameters of one command: JSON text of one object whose members are strings.
 class CommandParams {
  public:
   /// @param text the parameter text in the ANSI code page, converted once from the host's UTF-8.
@@ -18,4 +21,15 @@ class CommandParams {
   std::string text_;
 };
 
-}  // namespace quillmate::api
+// Readers that check what they read and fail with the message of the check.
+
+/// @return an element locator, or the locator's message.
+OrFailure<std::string> Locator(const CommandParams& params, const char* key = "target");
+/// @return a locator, or the empty text where the parameter may be left out; else the locator's message.
+OrFailure<std::string> OptionalLocator(const CommandParams& params, const char* key);
+/// @return a text of up to 65,535 bytes, or "Invalid parameter"'s message.
+OrFailure<std::string> TextValue(const CommandParams& params, const char* key = "value");
+/// @return two numbers written "X,Y", or the coordinate's message.
+OrFailure<CoordinatePair> Coordinates(const CommandParams& params, const char* key = "value");
+
+}  // namespace quillmate

@@ -1,33 +1,34 @@
 // Printing results by cJSON's formatted printer.
 #include "api/envelope.h"
 
-namespace quillmate::api {
+namespace quillmate {
 namespace {
 
 struct ItemMaker {
   cJSON* operator()(std::int32_t number) const { return cJSON_CreateNumber(number); }
   cJSON* operator()(bool flag) const { return cJSON_CreateBool(flag); }
   cJSON* operator()(const std::string& text) const { return cJSON_CreateString(text.c_str()); }
-  cJSON* operator()(JsonPtr& json) const { return json.release(); }
+  cJSON* operator()(com::JsonPtr& json) const { return json.release(); }
 };
 
 bool IsText(const Result& result) {
-  return std::holds_alternative<std::string>(result.value) || std::holds_alternative<JsonPtr>(result.value);
+  return std::holds_alternative<std::string>(result.value) ||
+         std::holds_alternative<com::JsonPtr>(result.value);
 }
 
 }  // namespace
 
-JsonText PrintEnvelope(Result result) {
-  const JsonPtr envelope(cJSON_CreateObject());
+com::JsonText PrintEnvelope(Result result) {
+  const com::JsonPtr envelope(cJSON_CreateObject());
   if (!envelope) return nullptr;
   cJSON_AddBoolToObject(envelope.get(), "success", result.success);
-  JsonPtr item(std::visit(ItemMaker(), result.value));
+  com::JsonPtr item(std::visit(ItemMaker(), result.value));
   if (cJSON_AddItemToObject(envelope.get(), "result", item.get())) static_cast<void>(item.release());
   if (!result.log.empty()) cJSON_AddStringToObject(envelope.get(), "log", result.log.c_str());
-  return JsonText(cJSON_Print(envelope.get()));
+  return com::JsonText(cJSON_Print(envelope.get()));
 }
 
-const char* TextBuffer::Hold(JsonText text) {
+const char* TextBuffer::Hold(com::JsonText text) {
   if (text_.capacity() > kUsualLength) text_ = std::string();  // a page's source is not kept for ever
   text_.reserve(kUsualLength);
   if (text == nullptr) return nullptr;
@@ -39,4 +40,4 @@ const char* ResultBuffers::Store(Result result) {
   return buffer.Hold(PrintEnvelope(std::move(result)));
 }
 
-}  // namespace quillmate::api
+}  // namespace quillmate

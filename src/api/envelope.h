@@ -1,28 +1,22 @@
 // The texts that the library hands to its host: {"success": …, "result": …, "log": …}, and who owns them.
 #pragma once
 
-#include <memory>
 #include <string>
 
 #include "api/result.h"
 
-namespace quillmate::api {
-
-struct JsonTextDeleter {
-  void operator()(char* text) const { cJSON_free(text); }
-};
-using JsonText = std::unique_ptr<char, JsonTextDeleter>;
+namespace quillmate {
 
 /// Prints a result with the members in their order, bytes as they are; "log" only when there is a message.
 /// @return null when there is no memory for it.
-JsonText PrintEnvelope(Result result);
+com::JsonText PrintEnvelope(Result result);
 
 /// Holds a text at a place that changes only when a text is longer than usual.
 class TextBuffer {
  public:
   TextBuffer() { text_.reserve(kUsualLength); }
   /// @return the copy; null for a null text.
-  const char* Hold(JsonText text);
+  const char* Hold(com::JsonText text);
 
  private:
   /// Longer than any plain failure.
@@ -44,4 +38,4 @@ class ResultBuffers {
   TextBuffer texts_;
 };
 
-}  // namespace quillmate::api
+}  // namespace quillmate

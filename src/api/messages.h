@@ -2,7 +2,7 @@
 // "!" of some included. Placeholders such as %s are part of the text and are never filled in.
 #pragma once
 
-namespace quillmate::api::messages {
+namespace quillmate::messages {
 
 inline constexpr char kBrowserNotFound[] = "Browser not found!";
 inline constexpr char kFrameNotFound[] = "Frame not found!";
@@ -100,13 +100,4 @@ inline constexpr char kGetTableRowsFailed[] = "Get tableRows failed!";
 inline constexpr char kTheTargetPageIsNotAtTheTop[] = "The target page is not at the top.";
 inline constexpr char kInvalidInteger[] = "Parameter verification failed! The value should be an integer.";
 
-// Member names of the control information.
-inline constexpr char kRect[] = "rect";
-inline constexpr char kSize[] = "size";
-inline constexpr char kTagname[] = "tagname";
-inline constexpr char kText[] = "text";
-
-/// Marks the address of a local page.
-inline constexpr char kFilePrefix[] = "file:";
-
-}  // namespace quillmate::api::messages
+}  // namespace quillmate::messages

@@ -4,7 +4,7 @@
 #include <array>
 #include <boost/regex.hpp>
 
-namespace quillmate::api {
+namespace quillmate {
 namespace {
 
 struct Spelling {
@@ -82,4 +82,4 @@ bool Matches(Pattern pattern, std::string_view text) {
 
 const char* PublishedSpelling(Pattern pattern) { return kSpellings[static_cast<size_t>(pattern)].published; }
 
-}  // namespace quillmate::api
+}  // namespace quillmate

@@ -3,7 +3,7 @@
 
 #include <string_view>
 
-namespace quillmate::api {
+namespace quillmate {
 
 /// A value is named after the form it stands for; patterns.cpp gives the expressions.
 enum class Pattern {
@@ -46,4 +46,4 @@ bool Matches(Pattern pattern, std::string_view text);
 /// The expression as documented, in the ECMAScript grammar; Matches() may use an equivalent one.
 const char* PublishedSpelling(Pattern pattern);
 
-}  // namespace quillmate::api
+}  // namespace quillmate

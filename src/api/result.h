@@ -1,29 +1,31 @@
 // What a command answers, as a value. Only RunCommand turns it into text.
 #pragma once
 
-#include <cJSON.h>
 #include <cstdint>
-#include <memory>
+#include <expected>
 #include <string>
 #include <utility>
 #include <variant>
 
-namespace quillmate::api {
+#include "com/json.h"
 
-struct JsonDeleter {
-  void operator()(cJSON* item) const { cJSON_Delete(item); }
-};
-/// An owned JSON tree.
-using JsonPtr = std::unique_ptr<cJSON, JsonDeleter>;
+namespace quillmate {
 
 /// Why a step could not be done: the message that the host reads in "log".
 struct Failure {
   std::string message;
 };
 
+template <class T>
+using OrFailure = std::expected<T, Failure>;
+
+inline std::unexpected<Failure> Failed(std::string message) {
+  return std::unexpected(Failure{std::move(message)});
+}
+
 /// A command's answer. Texts are in the ANSI code page unless the command says otherwise.
 struct Result {
-  using Value = std::variant<std::int32_t, bool, std::string, JsonPtr>;
+  using Value = std::variant<std::int32_t, bool, std::string, com::JsonPtr>;
 
   Result(bool command_success, Value command_value, std::string message)
       : success(command_success), value(std::move(command_value)), log(std::move(message)) {}
@@ -41,12 +43,10 @@ inline Result Done() { return {true, true, {}}; }
 inline Result Fail(std::string message) { return Failure{std::move(message)}; }
 /// A text answer; always a success.
 inline Result Text(std::string text) { return {true, std::move(text), {}}; }
-inline Result Number(bool success, std::int32_t number) { return {success, number, {}}; }
-inline Result Boolean(bool success, bool flag, std::string message = {}) {
-  return {success, flag, std::move(message)};
-}
+inline Result Number(std::int32_t number) { return {true, number, {}}; }
+inline Result Boolean(bool flag) { return {true, flag, {}}; }
 /// A structured answer (an array, an object, or a text that stands in the structured group); always a
 /// success.
-inline Result Structured(JsonPtr json) { return {true, std::move(json), {}}; }
+inline Result Structured(com::JsonPtr json) { return {true, std::move(json), {}}; }
 
-}  // namespace quillmate::api
+}  // namespace quillmate

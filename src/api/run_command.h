@@ -1,25 +1,27 @@
-// The frame around every command: the one place that locks, converts, catches and prints.
+// The frame around every command: the one place that owns the session, locks, converts, catches and prints.
 #pragma once
 
 #include "api/command_params.h"
 #include "api/result.h"
 
-namespace quillmate::api {
+namespace quillmate {
+
+class Session;
 
 struct Command {
-  Result (*function)(const CommandParams&);
-  /// What the host reads when the command ends by an exception.
+  Result (*function)(Session&, const CommandParams&);
+  /// The message of a command that throws.
   const char* failure_message;
   /// A command without parameters never looks at the host's text.
   bool reads_parameters;
 };
 
 /// Runs one command; commands of several threads run one after the other.
-/// A host that is called back while a command runs (its thread may answer messages meanwhile) and issues
-/// another from there gets that one's failure: the state that the first one works on must not change under
+/// A host that is called back while a command runs (its thread may dispatch messages meanwhile) and issues
+/// another from there gets that one's failure: the session that the first one works on must not change under
 /// it.
 /// @param utf8 the host's parameter text.
 /// @return the envelope, owned by the library; null when there is no memory for it. Never throws.
 const char* RunCommand(const Command& command, const char* utf8) noexcept;
 
-}  // namespace quillmate::api
+}  // namespace quillmate

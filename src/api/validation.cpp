@@ -5,7 +5,7 @@
 
 #include "api/patterns.h"
 
-namespace quillmate::api {
+namespace quillmate {
 namespace {
 
 constexpr size_t kMaxLocatorBytes = 65'535;
@@ -55,4 +55,4 @@ std::optional<CoordinatePair> ParseCoordinatePair(std::string_view text) {
   return CoordinatePair{*x, *y};
 }
 
-}  // namespace quillmate::api
+}  // namespace quillmate

@@ -2,10 +2,9 @@
 #pragma once
 
 #include <optional>
-#include <string>
 #include <string_view>
 
-namespace quillmate::api {
+namespace quillmate {
 
 /// "id=", "name=" or "class=" with a value, or an "xpath=" path; 1 to 65,535 bytes without line breaks.
 bool IsElementLocator(std::string_view text);
@@ -30,8 +29,4 @@ struct CoordinatePair {
 /// @return nothing for any other text and for a number beyond 32 bits.
 std::optional<CoordinatePair> ParseCoordinatePair(std::string_view text);
 
-/// Whether the file that a "file:///PATH" address names exists; folders count.
-/// @param address begins with "file:"; one shorter than eight bytes names no file.
-bool LocalFileExists(const std::string& address);
-
-}  // namespace quillmate::api
+}  // namespace quillmate

@@ -2,22 +2,37 @@
 #include <string>
 
 #include "api/messages.h"
-#include "capture/commands.h"
-#include "capture/gdi_handles.h"
-#include "capture/image_file.h"
-#include "capture/pixels.h"
+#include "capture/picture.h"
+#include "commands.h"
 #include "locate/element_search.h"
-#include "locate/frames.h"
 #include "locate/geometry.h"
-#include "session/current_target.h"
+#include "session/current_page.h"
 
-namespace quillmate::capture {
+namespace quillmate {
 namespace {
 
-using api::CommandParams;
-using api::Result;
-using locate::Rectangle;
-namespace messages = api::messages;
+/// A window's or the screen's device context, given back when it goes out of scope.
+class WindowDc {
+ public:
+  /// The client area's; of the whole screen for no window.
+  static WindowDc OfClientArea(HWND window) { return {window, GetDC(window)}; }
+  /// The whole window's, frame and title included; of the whole screen for no window.
+  static WindowDc OfWindow(HWND window) { return {window, GetWindowDC(window)}; }
+  WindowDc(const WindowDc&) = delete;
+  WindowDc& operator=(const WindowDc&) = delete;
+  ~WindowDc() {
+    if (dc_ != nullptr) ReleaseDC(window_, dc_);
+  }
+
+  /// Null when the system gave none.
+  HDC get() const { return dc_; }
+
+ private:
+  WindowDc(HWND window, HDC dc) : window_(window), dc_(dc) {}
+
+  HWND window_;
+  HDC dc_;
+};
 
 /// On a scaled display the coordinates of a process that is not aware of it are smaller than the device's
 /// pixels.
@@ -43,7 +58,7 @@ bool CaptureRectToFile(HDC source, const Rectangle& rectangle, const CommandPara
          SaveImage(*pixels, params.Get("save-path"), file_name);
 }
 
-Result Outcome(bool saved) { return saved ? api::Done() : api::Fail(messages::kFailedToSaveImage); }
+Result Outcome(bool saved) { return saved ? Done() : Fail(messages::kFailedToSaveImage); }
 
 /// Lets the window paint its client area into its own context even when it is covered. A window that hangs is
 /// not asked: the call would wait for it.
@@ -53,24 +68,24 @@ void PaintInto(HDC dc, HWND window) {
 
 }  // namespace
 
-Result TakeScreenshot(const CommandParams& params) {
-  if (!locate::IsTargetUsable()) return api::Fail(messages::kFrameNotFound);
-  const session::WindowHolder* holder = session::ValidHolder();
+Result TakeScreenshot(Session& session, const CommandParams& params) {
+  if (!IsTargetUsable(session)) return Fail(messages::kFrameNotFound);
+  const WindowHolder* holder = session.ValidHolder();
   HWND window = holder != nullptr ? holder->GetWindowHandle() : nullptr;
   const WindowDc source = WindowDc::OfWindow(window);
   PaintInto(source.get(), window);
-  // As large as the screen, on purpose, whatever the window's own size.
+  // Deliberate: as large as the screen, whatever the window's own size.
   const Rectangle screen{0, 0, GetDeviceCaps(source.get(), HORZRES), GetDeviceCaps(source.get(), VERTRES)};
   return Outcome(CaptureRectToFile(source.get(), screen, params));
 }
 
-Result TakeElementShot(const CommandParams& params) {
-  const auto element = locate::ResolveTargetElement(params);
+Result TakeElementShot(Session& session, const CommandParams& params) {
+  const auto element = ResolveTargetElement(session, params);
   if (!element) return element.error();
-  const auto rectangle = locate::GetElementRectOrFail(element->Get());
+  const auto rectangle = GetElementRectOrFail(session, element->Get());
   if (!rectangle) return rectangle.error();
   const WindowDc desktop = WindowDc::OfClientArea(GetDesktopWindow());
   return Outcome(CaptureRectToFile(desktop.get(), *rectangle, params));
 }
 
-}  // namespace quillmate::capture
+}  // namespace quillmate

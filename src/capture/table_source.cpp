@@ -1,60 +1,55 @@
-// Finding tables and reading their rows.
 #include "capture/table_source.h"
 
 #include <new>
 #include <string>
 #include <vector>
 
-#include "capture/collection_items.h"
 #include "com/bstr.h"
 #include "com/encoding.h"
 #include "com/variant.h"
+#include "locate/collections.h"
 
-namespace quillmate::capture {
+namespace quillmate {
 namespace {
-
-using api::JsonPtr;
-using com::Bstr;
-using com::ComPtr;
 
 constexpr LONG kMaxCellsPerRow = 50'000;
 
 /// Takes ownership of a fresh tree. @throws std::bad_alloc when there was no memory for it.
-JsonPtr Owned(cJSON* item) {
+com::JsonPtr Owned(cJSON* item) {
   if (item == nullptr) throw std::bad_alloc();
-  return JsonPtr(item);
+  return com::JsonPtr(item);
 }
 
-void Add(const JsonPtr& array, JsonPtr item) { cJSON_AddItemToArray(array.get(), item.release()); }
+void Add(const com::JsonPtr& array, com::JsonPtr item) { cJSON_AddItemToArray(array.get(), item.release()); }
 
 bool HasTag(IHTMLElement* element, std::wstring_view tag) {
-  Bstr actual;
+  com::Bstr actual;
   return SUCCEEDED(element->get_tagName(actual.put())) && actual.view() == tag;
 }
 
 bool HasExactClass(IHTMLElement* element, std::wstring_view class_name) {
-  Bstr actual;
+  com::Bstr actual;
   return SUCCEEDED(element->get_className(actual.put())) && actual.view() == class_name;
 }
 
-ComPtr<IHTMLElement> FirstOfClass(IHTMLElement* element, const wchar_t* class_name) {
+com::ComPtr<IHTMLElement> FirstOfClass(IHTMLElement* element, const wchar_t* class_name) {
   const auto searchable = com::Query<IHTMLElement6>(element);
-  ComPtr<IHTMLElementCollection> found;
-  ComPtr<IDispatch> first;
-  if (searchable == nullptr || FAILED(searchable->getElementsByClassName(Bstr(class_name).get(), &found)) ||
-      found == nullptr ||
+  com::ComPtr<IHTMLElementCollection> found;
+  com::ComPtr<IDispatch> first;
+  if (searchable == nullptr ||
+      FAILED(searchable->getElementsByClassName(com::Bstr(class_name).get(), &found)) || found == nullptr ||
       FAILED(found->item(com::Variant::Int(0).get(), com::Variant::Int(0).get(), &first))) {
     return {};
   }
   return com::Query<IHTMLElement>(first);
 }
 
-ComPtr<IHTMLTable> AsTable(IHTMLElement* element) {
+com::ComPtr<IHTMLTable> AsTable(IHTMLElement* element) {
   return element != nullptr && HasTag(element, L"TABLE") ? com::Query<IHTMLTable>(element) : nullptr;
 }
 
 /// The table inside the first part of a split grid that has the given class.
-ComPtr<IHTMLTable> TableOfPart(IHTMLElement* grid, const wchar_t* part_class) {
+com::ComPtr<IHTMLTable> TableOfPart(IHTMLElement* grid, const wchar_t* part_class) {
   const auto part = FirstOfClass(grid, part_class);
   return part != nullptr ? AsTable(FirstOfClass(part.Get(), L"layui-table").Get()) : nullptr;
 }
@@ -67,16 +62,15 @@ std::optional<TableSource> AsSplitGrid(IHTMLElement* element) {
 }
 
 std::optional<TableSource> AsSource(IHTMLElement* element) {
-  Bstr tag;
+  com::Bstr tag;
   if (FAILED(element->get_tagName(tag.put()))) return std::nullopt;
   if (tag.view() == L"DIV") return AsSplitGrid(element);
   auto table = tag.view() == L"TABLE" ? com::Query<IHTMLTable>(element) : nullptr;
   return table != nullptr ? std::optional(TableSource{std::move(table), nullptr}) : std::nullopt;
 }
 
-/// Read late bound: the dispatch interface is already in hand, and a proxy of a wide interface for every cell
-/// costs more than the text. The member's number is asked of each cell, as it may differ between kinds of
-/// element.
+/// Uses IDispatch, which we already hold; creating an IHTMLElement proxy per cell costs more than reading the
+/// text. The member's number is asked of each cell, as it may differ between kinds of element.
 std::string CellText(IDispatch* cell) {
   wchar_t name[] = L"innerText";
   LPOLESTR names[] = {name};
@@ -93,7 +87,7 @@ std::string CellText(IDispatch* cell) {
 }
 
 struct RowCells {
-  ComPtr<IHTMLElementCollection> cells;
+  com::ComPtr<IHTMLElementCollection> cells;
   LONG count = 0;
 };
 
@@ -108,10 +102,10 @@ std::optional<RowCells> CellsOf(IDispatch* item) {
 }
 
 /// @return the row's texts; null when the row cannot be read or is too long.
-JsonPtr ReadRow(IDispatch* item) {
+com::JsonPtr ReadRow(IDispatch* item) {
   const auto row = CellsOf(item);
   if (!row || row->count > kMaxCellsPerRow) return {};
-  JsonPtr texts = Owned(cJSON_CreateArray());
+  com::JsonPtr texts = Owned(cJSON_CreateArray());
   CollectionItems cells(row->cells.Get());
   for (LONG i = 0; i < row->count; ++i) {
     Add(texts, Owned(cJSON_CreateString(CellText(cells.Next().Get()).c_str())));
@@ -119,39 +113,41 @@ JsonPtr ReadRow(IDispatch* item) {
   return texts;
 }
 
-ComPtr<IHTMLElementCollection> RowsOf(IHTMLTable* table) {
-  ComPtr<IHTMLElementCollection> rows;
+com::ComPtr<IHTMLElementCollection> RowsOf(IHTMLTable* table) {
+  com::ComPtr<IHTMLElementCollection> rows;
   table->get_rows(&rows);
   return rows;
 }
 
-JsonPtr ReadFirstRow(IHTMLTable* table) { return ReadRow(CollectionItems(RowsOf(table).Get()).Next().Get()); }
+com::JsonPtr ReadFirstRow(IHTMLTable* table) {
+  return ReadRow(CollectionItems(RowsOf(table).Get()).Next().Get());
+}
 
 /// @return the numbers of the columns; null when there are none.
-JsonPtr ColumnNumbers(LONG count) {
+com::JsonPtr ColumnNumbers(LONG count) {
   if (count < 1) return {};
-  JsonPtr numbers = Owned(cJSON_CreateArray());
+  com::JsonPtr numbers = Owned(cJSON_CreateArray());
   for (LONG i = 0; i < count; ++i) Add(numbers, Owned(cJSON_CreateNumber(i)));
   return numbers;
 }
 
 }  // namespace
 
-std::optional<TableSource> FindTable(ComPtr<IHTMLElement> element) {
+std::optional<TableSource> FindTable(com::ComPtr<IHTMLElement> element) {
   while (element != nullptr) {
     if (auto found = AsSource(element.Get())) return found;
-    ComPtr<IHTMLElement> parent;
+    com::ComPtr<IHTMLElement> parent;
     element->get_parentElement(&parent);
     element = std::move(parent);
   }
   return std::nullopt;
 }
 
-JsonPtr ReadTable(const TableSource& table) {
-  JsonPtr result = Owned(cJSON_CreateArray());
+com::JsonPtr ReadTable(const TableSource& table) {
+  com::JsonPtr result = Owned(cJSON_CreateArray());
   CollectionItems rows(RowsOf(table.body.Get()).Get());
-  ComPtr<IDispatch> row = rows.Next();
-  JsonPtr header;
+  com::ComPtr<IDispatch> row = rows.Next();
+  com::JsonPtr header;
   if (table.header != nullptr) {
     header = ReadFirstRow(table.header.Get());
   } else if (const auto first = CellsOf(row.Get())) {
@@ -159,9 +155,9 @@ JsonPtr ReadTable(const TableSource& table) {
   }
   if (header != nullptr) Add(result, std::move(header));
   for (; row != nullptr; row = rows.Next()) {
-    if (JsonPtr texts = ReadRow(row.Get())) Add(result, std::move(texts));
+    if (com::JsonPtr texts = ReadRow(row.Get())) Add(result, std::move(texts));
   }
   return result;
 }
 
-}  // namespace quillmate::capture
+}  // namespace quillmate

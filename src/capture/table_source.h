@@ -5,10 +5,10 @@
 #include <mshtml.h>
 #include <optional>
 
-#include "api/result.h"
 #include "com/com_ptr.h"
+#include "com/json.h"
 
-namespace quillmate::capture {
+namespace quillmate {
 
 /// A table, or a grid that is drawn as two: its headings in one table, its rows in another.
 struct TableSource {
@@ -24,6 +24,6 @@ std::optional<TableSource> FindTable(com::ComPtr<IHTMLElement> element);
 /// header: the header table's first row, or without one the column numbers 0, 1, ...; after it come the
 /// body's rows, a plain table's own heading row among them. Cells that cannot be read are empty; rows that
 /// cannot be read, or have more than 50,000 cells, are left out.
-api::JsonPtr ReadTable(const TableSource& table);
+com::JsonPtr ReadTable(const TableSource& table);
 
-}  // namespace quillmate::capture
+}  // namespace quillmate

@@ -3,6 +3,7 @@
 
 #include <windows.h>
 #include <oleauto.h>
+#include <new>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -13,7 +14,10 @@ class Bstr {
  public:
   Bstr() = default;
   /// @throws std::bad_alloc when there is no memory for the copy.
-  explicit Bstr(std::wstring_view text);
+  explicit Bstr(std::wstring_view text)
+      : text_(SysAllocStringLen(text.data(), static_cast<UINT>(text.size()))) {
+    if (text_ == nullptr) throw std::bad_alloc();
+  }
   Bstr(const Bstr&) = delete;
   Bstr& operator=(const Bstr&) = delete;
   Bstr(Bstr&& other) noexcept : text_(std::exchange(other.text_, nullptr)) {}

@@ -1,4 +1,3 @@
-// Owners for system handles that are given back by a call of their own.
 #pragma once
 
 #include <windows.h>
@@ -12,10 +11,5 @@ struct HandleCloser {
 };
 /// A kernel handle (process, thread, event); null means none.
 using UniqueHandle = std::unique_ptr<std::remove_pointer_t<HANDLE>, HandleCloser>;
-
-struct ModuleFreer {
-  void operator()(HMODULE module) const { FreeLibrary(module); }
-};
-using UniqueModule = std::unique_ptr<std::remove_pointer_t<HMODULE>, ModuleFreer>;
 
 }  // namespace quillmate::com

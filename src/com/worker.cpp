@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "com/apartment.h"
+#include "com/no_destructor.h"
 
 namespace quillmate::com {
 namespace {
@@ -70,9 +71,8 @@ struct Parked {
 };
 
 std::vector<Parked>& ParkedObjects() {
-  // Never destroyed: the library is unloaded under the loader lock, where such a release hangs.
-  static std::vector<Parked>& parked = *new std::vector<Parked>;
-  return parked;
+  static NoDestructor<std::vector<Parked>> parked;
+  return *parked;
 }
 
 void ReleaseParkedObjects() {

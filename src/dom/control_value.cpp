@@ -4,7 +4,7 @@
 #include "com/com_ptr.h"
 #include "com/variant.h"
 
-namespace quillmate::dom {
+namespace quillmate {
 namespace {
 
 template <class Control>
@@ -39,7 +39,7 @@ ControlKind ControlKindOf(std::wstring_view tag) {
   return ControlKind::kOther;
 }
 
-std::optional<ControlKind> GetControlKind(IHTMLElement* element) {
+std::optional<ControlKind> ReadControlKind(IHTMLElement* element) {
   com::Bstr tag;
   if (FAILED(element->get_tagName(tag.put()))) return std::nullopt;
   return ControlKindOf(tag.view());
@@ -72,4 +72,4 @@ HRESULT WriteValueAttribute(IHTMLElement* element, const com::Bstr& text) {
   return element->setAttribute(name.get(), com::Variant::Text(text.view()).get(), 0);
 }
 
-}  // namespace quillmate::dom
+}  // namespace quillmate

@@ -8,7 +8,7 @@
 
 #include "com/bstr.h"
 
-namespace quillmate::dom {
+namespace quillmate {
 
 /// The kinds of element that differ in how their value is read and written.
 enum class ControlKind { kInput, kTextArea, kSelect, kButton, kOther };
@@ -17,7 +17,7 @@ enum class ControlKind { kInput, kTextArea, kSelect, kButton, kOther };
 ControlKind ControlKindOf(std::wstring_view tag);
 
 /// @return the element's kind by its tag name; nothing when the tag name cannot be read.
-std::optional<ControlKind> GetControlKind(IHTMLElement* element);
+std::optional<ControlKind> ReadControlKind(IHTMLElement* element);
 
 /// @return the control's current value; of another element the "value" attribute, empty when it has none.
 /// Nothing when
@@ -31,4 +31,4 @@ HRESULT WriteOwnValue(IHTMLElement* element, ControlKind kind, const com::Bstr& 
 /// Writes the "value" attribute.
 HRESULT WriteValueAttribute(IHTMLElement* element, const com::Bstr& text);
 
-}  // namespace quillmate::dom
+}  // namespace quillmate

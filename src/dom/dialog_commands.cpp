@@ -3,46 +3,43 @@
 #include <string>
 
 #include "api/messages.h"
-#include "api/validation.h"
-#include "dom/commands.h"
-#include "dom/message_boxes.h"
+#include "commands.h"
+#include "session/message_boxes.h"
 
-namespace quillmate::dom {
+namespace quillmate {
 namespace {
 
-using api::CommandParams;
-using api::Result;
-namespace messages = api::messages;
-
-Result Outcome(bool pressed, const char* failure) { return pressed ? api::Done() : api::Fail(failure); }
+Result Outcome(bool pressed, const char* failure) { return pressed ? Done() : Fail(failure); }
 
 }  // namespace
 
-Result AssertAlert(const CommandParams&) { return Outcome(AcceptMessageBox(), messages::kAssertalertFailed); }
+Result AssertAlert(Session&, const CommandParams&) {
+  return Outcome(AcceptMessageBox(), messages::kAssertalertFailed);
+}
 
-Result ChooseOkOnNextConfirmation(const CommandParams&) {
+Result ChooseOkOnNextConfirmation(Session&, const CommandParams&) {
   return Outcome(AcceptMessageBox(), messages::kChooseOkOnNextConfirmationFailed);
 }
 
-Result ChooseCancelOnNextConfirmation(const CommandParams&) {
+Result ChooseCancelOnNextConfirmation(Session&, const CommandParams&) {
   return Outcome(CancelMessageBox(), messages::kChooseCancelOnNextConfirmationFailed);
 }
 
-Result AnswerOnNextPrompt(const CommandParams& params) {
-  const std::string text = params.Get("value");
-  if (!api::IsTextValue(text)) return api::Fail(messages::kInvalidParameter);
-  return Outcome(AcceptMessageBox(&text), messages::kAnswerOnNextPromptFailed);
+Result AnswerOnNextPrompt(Session&, const CommandParams& params) {
+  const auto text = TextValue(params);
+  if (!text) return text.error();
+  return Outcome(AcceptMessageBox(&*text), messages::kAnswerOnNextPromptFailed);
 }
 
-Result ChooseCancelOnNextPrompt(const CommandParams&) {
+Result ChooseCancelOnNextPrompt(Session&, const CommandParams&) {
   return Outcome(CancelMessageBox(), messages::kChooseCancelOnNextPromptFailed);
 }
 
-Result ClickOnAlertDialog(const CommandParams& params) {
+Result ClickOnAlertDialog(Session&, const CommandParams& params) {
   const std::string text = params.Get("input-value");
   const std::string accept = params.Get("accept");
   const bool pressed = accept == "True" ? AcceptMessageBox(&text) : accept == "False" && CancelMessageBox();
   return Outcome(pressed, messages::kClickOnAlertDialogFailed);
 }
 
-}  // namespace quillmate::dom
+}  // namespace quillmate

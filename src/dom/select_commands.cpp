@@ -4,30 +4,17 @@
 #include <string>
 
 #include "api/messages.h"
-#include "api/validation.h"
 #include "com/encoding.h"
 #include "com/variant.h"
-#include "dom/commands.h"
-#include "dom/worker_call.h"
+#include "commands.h"
+#include "dom/worker_calls.h"
 #include "locate/element_search.h"
-#include "locate/frames.h"
+#include "session/current_page.h"
 
-namespace quillmate::dom {
+namespace quillmate {
 namespace {
 
-using api::CommandParams;
-using api::Fail;
-using api::Failure;
-using api::Result;
-using com::Bstr;
-using com::ComPtr;
-namespace messages = api::messages;
-
-template <class T>
-using OrFailure = std::expected<T, Failure>;
-using Option = ComPtr<IHTMLOptionElement>;
-
-std::unexpected<Failure> Because(const char* message) { return std::unexpected(Failure{message}); }
+using Option = com::ComPtr<IHTMLOptionElement>;
 
 /// What an option selector ("index=", "value=", "label=") asks of an option.
 struct OptionSelector {
@@ -49,28 +36,28 @@ OptionSelector ParseOptionSelector(std::string_view selector) {
 }
 
 /// The list that a target stands for: itself, or the list around an option.
-OrFailure<ComPtr<IHTMLSelectElement>> FindList(ComPtr<IHTMLElement> element) {
-  Bstr tag;
-  if (FAILED(element->get_tagName(tag.put()))) return Because(messages::kGetTagNameFailed);
-  if (tag.view() != L"SELECT" && tag.view() != L"OPTION") return Because(messages::kNotDropdownMenuElement);
+OrFailure<com::ComPtr<IHTMLSelectElement>> FindList(com::ComPtr<IHTMLElement> element) {
+  com::Bstr tag;
+  if (FAILED(element->get_tagName(tag.put()))) return Failed(messages::kGetTagNameFailed);
+  if (tag.view() != L"SELECT" && tag.view() != L"OPTION") return Failed(messages::kNotDropdownMenuElement);
   while (element != nullptr) {
     if (auto list = com::Query<IHTMLSelectElement>(element)) return list;
-    ComPtr<IHTMLElement> parent;
+    com::ComPtr<IHTMLElement> parent;
     element->get_parentElement(&parent);
     element = std::move(parent);
   }
-  return Because(messages::kNotDropdownMenuElement);
+  return Failed(messages::kNotDropdownMenuElement);
 }
 
 Option OptionAt(IHTMLSelectElement* list, LONG index) {
-  ComPtr<IDispatch> item;
+  com::ComPtr<IDispatch> item;
   const com::Variant position = com::Variant::Int(index);
   if (FAILED(list->item(position.get(), position.get(), &item))) return {};
   return com::Query<IHTMLOptionElement>(item);
 }
 
 bool Matches(IHTMLOptionElement* option, const OptionSelector& selector) {
-  Bstr text;
+  com::Bstr text;
   const bool by_value = selector.key == OptionSelector::Key::kValue;
   const HRESULT read = by_value ? option->get_value(text.put()) : option->get_text(text.put());
   return SUCCEEDED(read) && com::ToAnsi(text.view()) == selector.text;
@@ -80,15 +67,15 @@ bool Matches(IHTMLOptionElement* option, const OptionSelector& selector) {
 OrFailure<Option> FindOption(IHTMLSelectElement* list, const OptionSelector& selector,
                              const char* unreadable) {
   LONG count = 0;
-  if (FAILED(list->get_length(&count))) return Because(unreadable);
+  if (FAILED(list->get_length(&count))) return Failed(unreadable);
   // A position needs no look at the options before it.
   const bool by_index = selector.key == OptionSelector::Key::kIndex;
   for (LONG i = by_index ? selector.index : 0; i < count; ++i) {
     auto option = OptionAt(list, i);
-    if (option == nullptr) return Because(unreadable);
+    if (option == nullptr) return Failed(unreadable);
     if (by_index || Matches(option.Get(), selector)) return option;
   }
-  return Because(messages::kTargetOptionNotFound);
+  return Failed(messages::kTargetOptionNotFound);
 }
 
 bool IsSelected(IHTMLOptionElement* option) {
@@ -101,14 +88,14 @@ bool IsSelected(IHTMLOptionElement* option) {
 /// @param failure the message when the page refuses the call.
 Result ChangeSelection(IHTMLSelectElement* list, IHTMLOptionElement* option, bool selected,
                        const char* failure) {
-  if (IsSelected(option) == selected) return api::Done();
+  if (IsSelected(option) == selected) return Done();
   if (FAILED(option->put_selected(selected ? VARIANT_TRUE : VARIANT_FALSE))) return Fail(failure);
-  if (IsSelected(option) == selected) RunChangeEventOnWorker(com::Query<IHTMLElement>(list));
-  return api::Done();
+  if (IsSelected(option) == selected) RaiseChangeOnWorker(com::Query<IHTMLElement>(list));
+  return Done();
 }
 
 /// The steps that both commands share once the element is there.
-Result ChangeOption(const ComPtr<IHTMLElement>& element, std::string_view selector, bool selected,
+Result ChangeOption(const com::ComPtr<IHTMLElement>& element, std::string_view selector, bool selected,
                     const char* failure) {
   const auto list = FindList(element);
   if (!list) return list.error();
@@ -119,27 +106,27 @@ Result ChangeOption(const ComPtr<IHTMLElement>& element, std::string_view select
 
 }  // namespace
 
-Result Select(const CommandParams& params) {
-  const std::string target = params.Get("target");
-  if (!api::IsElementLocator(target)) return Fail(messages::kInvalidElementLocator);
+Result Select(Session& session, const CommandParams& params) {
+  const auto target = Locator(params);
+  if (!target) return target.error();
   const std::string selector = params.Get("value");
-  if (!api::IsOptionSelector(selector)) return Fail(messages::kInvalidOption);
-  if (locate::GetFrameDocument() == nullptr) return Fail(messages::kFrameNotFound);
-  const auto element = locate::FindElement(target);
+  if (!IsOptionSelector(selector)) return Fail(messages::kInvalidOption);
+  if (GetFrameDocument(session) == nullptr) return Fail(messages::kFrameNotFound);
+  const auto element = FindElement(session, *target);
   if (!element) return element.error();
   return ChangeOption(*element, selector, true, messages::kGetOptionFailed);
 }
 
-Result Deselect(const CommandParams& params) {
-  const std::string target = params.Get("target");
-  if (!api::IsElementLocator(target)) return Fail(messages::kInvalidElementLocator);
+Result Deselect(Session& session, const CommandParams& params) {
+  const auto target = Locator(params);
+  if (!target) return target.error();
   // The element comes before the check of "value" here, unlike in Select.
-  if (locate::GetFrameDocument() == nullptr) return Fail(messages::kFrameNotFound);
-  const auto element = locate::FindElement(target);
+  if (GetFrameDocument(session) == nullptr) return Fail(messages::kFrameNotFound);
+  const auto element = FindElement(session, *target);
   if (!element) return element.error();
   const std::string selector = params.Get("value");
-  if (!api::IsOptionSelector(selector)) return Fail(messages::kInvalidOption);
+  if (!IsOptionSelector(selector)) return Fail(messages::kInvalidOption);
   return ChangeOption(*element, selector, false, messages::kDeselectFailed);
 }
 
-}  // namespace quillmate::dom
+}  // namespace quillmate

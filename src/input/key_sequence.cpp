@@ -4,7 +4,7 @@
 #include <algorithm>
 #include <iterator>
 
-namespace quillmate::input {
+namespace quillmate {
 namespace {
 
 struct NamedKey {
@@ -68,4 +68,4 @@ std::optional<std::uint8_t> FindKey(std::string_view name) {
   return key->code;
 }
 
-}  // namespace quillmate::input
+}  // namespace quillmate

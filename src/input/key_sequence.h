@@ -7,7 +7,7 @@
 #include <string_view>
 #include <vector>
 
-namespace quillmate::input {
+namespace quillmate {
 
 /// A key name from between braces, or one plain character.
 using KeyToken = std::string;
@@ -22,4 +22,4 @@ std::string ToUpperAscii(std::string_view text);
 /// @return the virtual-key code of an upper-case key name, nothing when there is no such key.
 std::optional<std::uint8_t> FindKey(std::string_view name);
 
-}  // namespace quillmate::input
+}  // namespace quillmate

@@ -4,7 +4,7 @@
 #include <cmath>
 #include <limits>
 
-namespace quillmate::input {
+namespace quillmate {
 namespace {
 
 constexpr int kStepsBetweenJitters = 4;
@@ -64,4 +64,4 @@ std::int32_t ToAbsoluteCoordinate(std::int32_t pixel, std::int32_t extent) {
   return WrapTo32(std::int64_t{pixel} * 65535) / (extent - 1);
 }
 
-}  // namespace quillmate::input
+}  // namespace quillmate

@@ -7,9 +7,7 @@
 
 #include "locate/screen_area.h"
 
-namespace quillmate::input {
-
-using locate::ScreenPoint;
+namespace quillmate {
 
 /// What a movement asks of the world outside it; tests put a world of their own here.
 class MouseWorld {
@@ -34,4 +32,4 @@ void FollowMousePath(ScreenPoint start, ScreenPoint end, MouseWorld& world);
 /// @param extent the screen's width or height in pixels.
 std::int32_t ToAbsoluteCoordinate(std::int32_t pixel, std::int32_t extent);
 
-}  // namespace quillmate::input
+}  // namespace quillmate

@@ -5,9 +5,10 @@
 #include <cstdlib>
 #include <ctime>
 
+#include "com/poll.h"
 #include "input/mouse_path.h"
 
-namespace quillmate::input {
+namespace quillmate {
 namespace {
 
 void SendButtons(DWORD flags) { mouse_event(flags, 0, 0, 0, 0); }
@@ -18,7 +19,7 @@ class SystemMouse final : public MouseWorld {
   unsigned Seconds() override { return static_cast<unsigned>(std::time(nullptr)); }
   void SeedRandom(unsigned seed) override { std::srand(seed); }
   int NextRandom() override { return std::rand(); }
-  void Pause(std::chrono::milliseconds time) override { Sleep(static_cast<DWORD>(time.count())); }
+  void Pause(std::chrono::milliseconds time) override { com::Pause(time); }
 
   void MoveTo(ScreenPoint point) override {
     const auto x = ToAbsoluteCoordinate(point.x, GetSystemMetrics(SM_CXSCREEN));
@@ -57,4 +58,4 @@ bool HumanMouseMove(ScreenPoint end) {
   return true;
 }
 
-}  // namespace quillmate::input
+}  // namespace quillmate

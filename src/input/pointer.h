@@ -3,9 +3,7 @@
 
 #include "locate/screen_area.h"
 
-namespace quillmate::input {
-
-using locate::ScreenPoint;
+namespace quillmate {
 
 /// Puts the cursor on a screen point at once.
 /// @return whether the system accepted it.
@@ -22,4 +20,4 @@ void ClickRight();
 /// @return always true.
 bool HumanMouseMove(ScreenPoint end);
 
-}  // namespace quillmate::input
+}  // namespace quillmate

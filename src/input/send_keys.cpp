@@ -6,7 +6,7 @@
 
 #include "input/key_sequence.h"
 
-namespace quillmate::input {
+namespace quillmate {
 
 bool SendKeySequence(std::string_view sequence) {
   std::vector<BYTE> pressed;
@@ -21,4 +21,4 @@ bool SendKeySequence(std::string_view sequence) {
   return true;
 }
 
-}  // namespace quillmate::input
+}  // namespace quillmate

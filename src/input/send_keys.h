@@ -3,7 +3,7 @@
 
 #include <string_view>
 
-namespace quillmate::input {
+namespace quillmate {
 
 /// Presses the keys of a sequence such as "{CTRL}{ALT}{F4}" or "{ctrl}a" in order and releases them in
 /// reverse: a chord, not typed text. The strokes go to whatever window has the keyboard focus.
@@ -12,4 +12,4 @@ namespace quillmate::input {
 ///         stay down, on purpose.
 bool SendKeySequence(std::string_view sequence);
 
-}  // namespace quillmate::input
+}  // namespace quillmate

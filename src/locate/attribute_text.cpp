@@ -5,7 +5,7 @@
 #include "com/encoding.h"
 #include "com/variant.h"
 
-namespace quillmate::locate {
+namespace quillmate {
 namespace {
 
 com::Variant Read(IHTMLElement* element, std::wstring_view name) {
@@ -67,4 +67,4 @@ std::optional<std::string> ReadWrittenAttribute(IHTMLElement* element, std::stri
   return text;
 }
 
-}  // namespace quillmate::locate
+}  // namespace quillmate

@@ -7,7 +7,7 @@
 #include <string>
 #include <string_view>
 
-namespace quillmate::locate {
+namespace quillmate {
 
 /// Reads an attribute as far as one call tells: in old document modes a property that the page does not set
 /// reads as its default.
@@ -19,4 +19,4 @@ std::optional<std::string> ReadAttribute(IHTMLElement* element, std::string_view
 /// @return its text as above; nothing when the page does not set it, in every document mode.
 std::optional<std::string> ReadWrittenAttribute(IHTMLElement* element, std::string_view name);
 
-}  // namespace quillmate::locate
+}  // namespace quillmate

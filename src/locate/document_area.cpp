@@ -1,18 +1,15 @@
-// The areas of documents: a top document's from its window, a frame's from the element that hosts it.
+#include "locate/document_area.h"
+
 #include <cstdlib>
 #include <string>
 
 #include "com/bstr.h"
 #include "com/variant.h"
 #include "locate/frames.h"
-#include "locate/geometry.h"
-#include "session/current_target.h"
-#include "session/html_window.h"
+#include "session/windows.h"
 
-namespace quillmate::locate {
+namespace quillmate {
 namespace {
-
-using com::ComPtr;
 
 bool IsQuirksLayout(IHTMLDocument2* document) {
   const auto newer = com::Query<IHTMLDocument5>(document);
@@ -21,14 +18,25 @@ bool IsQuirksLayout(IHTMLDocument2* document) {
 }
 
 /// The element whose client area is the document's view.
-ComPtr<IHTMLElement> ViewElement(IHTMLDocument2* document) {
-  ComPtr<IHTMLElement> element;
+com::ComPtr<IHTMLElement> ViewElement(IHTMLDocument2* document) {
+  com::ComPtr<IHTMLElement> element;
   if (IsQuirksLayout(document)) {
     document->get_body(&element);
   } else if (const auto newer = com::Query<IHTMLDocument3>(document)) {
     newer->get_documentElement(&element);
   }
   return element;
+}
+
+/// @return the size of a document's view: of its body in quirks layout, else of its document element.
+std::optional<ViewportSize> ReadViewportSize(IHTMLDocument2* document) {
+  const auto view = com::Query<IHTMLElement2>(ViewElement(document));
+  LONG width = 0;
+  LONG height = 0;
+  if (view == nullptr || FAILED(view->get_clientWidth(&width)) || FAILED(view->get_clientHeight(&height))) {
+    return std::nullopt;
+  }
+  return ViewportSize{static_cast<int>(width), static_cast<int>(height)};
 }
 
 struct ServerSearch {
@@ -38,7 +46,7 @@ struct ServerSearch {
 
 BOOL CALLBACK TakeServerWindow(HWND window, LPARAM parameter) {
   auto& search = *reinterpret_cast<ServerSearch*>(parameter);
-  if (!session::IsWindowOfClass(window, L"Internet Explorer_Server")) return TRUE;
+  if (!IsWindowOfClass(window, L"Internet Explorer_Server")) return TRUE;
   search.visible = IsWindowVisible(window) != FALSE;
   if (search.found == nullptr || search.visible) search.found = window;
   return !search.visible;
@@ -46,8 +54,8 @@ BOOL CALLBACK TakeServerWindow(HWND window, LPARAM parameter) {
 
 /// The client area of the window that shows the current target's page: the visible one among the frame's
 /// tabs.
-std::optional<Rectangle> PageWindowArea() {
-  const session::WindowHolder* holder = session::ValidHolder();
+std::optional<Rectangle> PageWindowArea(Session& session) {
+  const WindowHolder* holder = session.ValidHolder();
   HWND window = holder != nullptr ? holder->GetWindowHandle() : nullptr;
   if (window == nullptr) return std::nullopt;
   ServerSearch search;
@@ -59,17 +67,15 @@ std::optional<Rectangle> PageWindowArea() {
   return Rectangle{origin.x, origin.y, origin.x + client.right, origin.y + client.bottom};
 }
 
-std::optional<DocumentArea> TopDocumentArea(IHTMLDocument2* document) {
-  ComPtr<IHTMLWindow2> window;
-  if (FAILED(document->get_parentWindow(&window))) return std::nullopt;
-  const auto placed = com::Query<IHTMLWindow3>(window);
+std::optional<DocumentArea> TopDocumentArea(Session& session, IHTMLDocument2* document) {
+  const auto placed = com::Query<IHTMLWindow3>(GetParentWindow(document));
   LONG left = 0;
   LONG top = 0;
   if (placed == nullptr || FAILED(placed->get_screenLeft(&left)) || FAILED(placed->get_screenTop(&top))) {
     return std::nullopt;
   }
-  const auto size = GetViewportSize(document);
-  const auto shown = PageWindowArea();
+  const auto size = ReadViewportSize(document);
+  const auto shown = PageWindowArea(session);
   if (!size || !shown) return std::nullopt;
   const Rectangle origin{left, top, left + size->width, top + size->height};
   return DocumentArea{origin, Intersection(origin, *shown)};
@@ -89,7 +95,7 @@ ScreenPoint ContentOffset(IHTMLElement2* host) {
   LONG top = 0;
   host->get_clientLeft(&left);
   host->get_clientTop(&top);
-  ComPtr<IHTMLCurrentStyle> style;
+  com::ComPtr<IHTMLCurrentStyle> style;
   com::Bstr padding_left;
   com::Bstr padding_top;
   if (SUCCEEDED(host->get_currentStyle(&style)) && style != nullptr) {
@@ -101,20 +107,21 @@ ScreenPoint ContentOffset(IHTMLElement2* host) {
 }
 
 /// The frame element that hosts a document, known by the document's identity.
-ComPtr<IHTMLElement> FindHostAmong(IHTMLDocument3* parent, const wchar_t* tag, IHTMLDocument2* document) {
-  ComPtr<IHTMLElementCollection> elements;
+com::ComPtr<IHTMLElement> FindHostAmong(IHTMLDocument3* parent, const wchar_t* tag,
+                                        IHTMLDocument2* document) {
+  com::ComPtr<IHTMLElementCollection> elements;
   const com::Bstr name(tag);
   if (FAILED(parent->getElementsByTagName(name.get(), &elements)) || elements == nullptr) return {};
   for (LONG i = 0;; ++i) {
-    ComPtr<IDispatch> item;
+    com::ComPtr<IDispatch> item;
     if (FAILED(elements->item(com::Variant::Int(i).get(), com::Variant::Int(0).get(), &item))) return {};
     if (item == nullptr) return {};
     auto element = com::Query<IHTMLElement>(item);
-    if (com::IsSameObject(GetFrameContent(element.Get()).Get(), document)) return element;
+    if (com::IsSameObject(ReadFrameDocument(element.Get()).Get(), document)) return element;
   }
 }
 
-ComPtr<IHTMLElement> FindHost(IHTMLDocument2* parent, IHTMLDocument2* document) {
+com::ComPtr<IHTMLElement> FindHost(IHTMLDocument2* parent, IHTMLDocument2* document) {
   const auto searchable = com::Query<IHTMLDocument3>(parent);
   if (searchable == nullptr) return {};
   // A page has either frames or inline frames.
@@ -128,8 +135,8 @@ std::optional<DocumentArea> FrameDocumentArea(IHTMLDocument2* parent, IHTMLDocum
   const auto host = FindHost(parent, document);
   const auto placed = com::Query<IHTMLElement2>(host);
   if (placed == nullptr) return std::nullopt;
-  auto rectangle = GetClientRect(host.Get());
-  const auto parent_size = GetViewportSize(parent);
+  auto rectangle = ReadClientRect(host.Get());
+  const auto parent_size = ReadViewportSize(parent);
   if (!rectangle || !parent_size) return std::nullopt;
   const ScreenPoint inset = ContentOffset(placed.Get());
   rectangle->left += inset.x;
@@ -138,11 +145,11 @@ std::optional<DocumentArea> FrameDocumentArea(IHTMLDocument2* parent, IHTMLDocum
 }
 
 /// @param depth how many frames lie between the top document and this one.
-std::optional<DocumentArea> ScreenAreaAtDepth(IHTMLDocument2* document, size_t depth) {
+std::optional<DocumentArea> ScreenAreaAtDepth(Session& session, IHTMLDocument2* document, size_t depth) {
   if (document == nullptr) return std::nullopt;
-  if (depth == 0) return TopDocumentArea(document);
+  if (depth == 0) return TopDocumentArea(session, document);
   const auto parent = FindFrameDocument(document, "relative=parent");
-  const auto parent_area = ScreenAreaAtDepth(parent.Get(), depth - 1);
+  const auto parent_area = ScreenAreaAtDepth(session, parent.Get(), depth - 1);
   if (!parent_area) return std::nullopt;
   const auto area = FrameDocumentArea(parent.Get(), document);
   if (!area) return std::nullopt;
@@ -151,21 +158,28 @@ std::optional<DocumentArea> ScreenAreaAtDepth(IHTMLDocument2* document, size_t d
 
 }  // namespace
 
-std::optional<ViewportSize> GetViewportSize(IHTMLDocument2* document) {
-  const auto view = com::Query<IHTMLElement2>(ViewElement(document));
-  LONG width = 0;
-  LONG height = 0;
-  if (view == nullptr || FAILED(view->get_clientWidth(&width)) || FAILED(view->get_clientHeight(&height))) {
+std::optional<Rectangle> ReadClientRect(IHTMLElement* element) {
+  const auto placed = com::Query<IHTMLElement2>(element);
+  com::ComPtr<IHTMLRect> bounds;
+  if (placed == nullptr || FAILED(placed->getBoundingClientRect(&bounds)) || bounds == nullptr)
+    return std::nullopt;
+  LONG left = 0;
+  LONG top = 0;
+  LONG right = 0;
+  LONG bottom = 0;
+  if (FAILED(bounds->get_left(&left)) || FAILED(bounds->get_top(&top)) || FAILED(bounds->get_right(&right)) ||
+      FAILED(bounds->get_bottom(&bottom))) {
     return std::nullopt;
   }
-  return ViewportSize{static_cast<int>(width), static_cast<int>(height)};
+  return Rectangle{static_cast<int>(left), static_cast<int>(top), static_cast<int>(right),
+                   static_cast<int>(bottom)};
 }
 
-std::optional<DocumentArea> GetDocumentScreenArea(IHTMLDocument2* document) {
-  const session::CurrentTarget* target = session::Current();
+std::optional<DocumentArea> GetDocumentScreenArea(Session& session, IHTMLDocument2* document) {
+  const CurrentTarget* target = session.Current();
   // Each entry of the path descends by one frame, so its length saves asking every window whether it is the
   // top.
-  return target != nullptr ? ScreenAreaAtDepth(document, target->frame_path.size()) : std::nullopt;
+  return target != nullptr ? ScreenAreaAtDepth(session, document, target->frame_path.size()) : std::nullopt;
 }
 
-}  // namespace quillmate::locate
+}  // namespace quillmate

@@ -8,25 +8,22 @@
 #include "api/patterns.h"
 #include "com/bstr.h"
 #include "com/encoding.h"
-#include "locate/collection_matches.h"
+#include "locate/collections.h"
 #include "locate/locator_syntax.h"
 #include "locate/path_query.h"
 
-namespace quillmate::locate {
+namespace quillmate {
 namespace {
 
-using api::Matches;
-using api::Pattern;
-using com::ComPtr;
-using Found = std::expected<Elements, api::Failure>;
+using Found = OrFailure<Elements>;
 
 Found AsFound(Elements elements) {
-  if (elements.empty()) return std::unexpected(api::Failure{api::messages::kElementNotFound});
+  if (elements.empty()) return Failed(messages::kElementNotFound);
   return elements;
 }
 
 Elements FindById(IHTMLDocument2* document, std::string_view id) {
-  ComPtr<IHTMLElement> element;
+  com::ComPtr<IHTMLElement> element;
   const auto searchable = com::Query<IHTMLDocument3>(document);
   if (searchable == nullptr ||
       FAILED(searchable->getElementById(com::Bstr(com::FromAnsi(id)).get(), &element)) ||
@@ -36,23 +33,23 @@ Elements FindById(IHTMLDocument2* document, std::string_view id) {
   return {std::move(element)};
 }
 
-ComPtr<IHTMLElementCollection> CollectByClass(IHTMLDocument2* document, std::string_view names) {
-  ComPtr<IHTMLElementCollection> collection;
+com::ComPtr<IHTMLElementCollection> CollectByClass(IHTMLDocument2* document, std::string_view names) {
+  com::ComPtr<IHTMLElementCollection> collection;
   if (const auto searchable = com::Query<IHTMLDocument7>(document)) {
     searchable->getElementsByClassName(com::Bstr(com::FromAnsi(names)).get(), &collection);
   }
   return collection;
 }
 
-ComPtr<IHTMLElementCollection> CollectByName(IHTMLDocument2* document, std::string_view name) {
-  ComPtr<IHTMLElementCollection> collection;
+com::ComPtr<IHTMLElementCollection> CollectByName(IHTMLDocument2* document, std::string_view name) {
+  com::ComPtr<IHTMLElementCollection> collection;
   if (const auto searchable = com::Query<IHTMLDocument3>(document)) {
     searchable->getElementsByName(com::Bstr(com::FromAnsi(name)).get(), &collection);
   }
   return collection;
 }
 
-Elements FilterCollection(ComPtr<IHTMLElementCollection> collection, std::string_view selector,
+Elements FilterCollection(com::ComPtr<IHTMLElementCollection> collection, std::string_view selector,
                           Wanted wanted) {
   CollectionMatches matches(std::move(collection), ParseSelector(selector));
   Elements elements;
@@ -87,4 +84,4 @@ Found FindElements(IHTMLDocument2* document, std::string_view locator, Wanted wa
   return Search(document, locator, wanted);
 }
 
-}  // namespace quillmate::locate
+}  // namespace quillmate

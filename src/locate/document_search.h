@@ -10,7 +10,7 @@
 #include "api/result.h"
 #include "com/com_ptr.h"
 
-namespace quillmate::locate {
+namespace quillmate {
 
 using Elements = std::vector<com::ComPtr<IHTMLElement>>;
 
@@ -21,7 +21,7 @@ enum class Wanted { kFirst, kAll };
 /// Finds the matches of a locator, in the order of the document's collections. Quotes around the locator or
 /// its value are removed first; when that finds nothing the locator is tried as it stands.
 /// @return at least one element, or the failure message of the search.
-std::expected<Elements, api::Failure> FindElements(IHTMLDocument2* document, std::string_view locator,
-                                                   Wanted wanted = Wanted::kAll);
+OrFailure<Elements> FindElements(IHTMLDocument2* document, std::string_view locator,
+                                 Wanted wanted = Wanted::kAll);
 
-}  // namespace quillmate::locate
+}  // namespace quillmate

@@ -1,42 +1,37 @@
-// The way of every element command from its "target" to an element.
 #include "locate/element_search.h"
 
 #include <string>
 
 #include "api/messages.h"
 #include "api/patterns.h"
-#include "api/validation.h"
 #include "locate/document_search.h"
-#include "locate/element_registry.h"
-#include "locate/frames.h"
 #include "locate/locator_syntax.h"
+#include "session/current_page.h"
 
-namespace quillmate::locate {
+namespace quillmate {
 namespace {
 
-com::ComPtr<IHTMLElement> FindRemembered(std::string_view locator) {
-  if (auto element = Recall(locator)) return element;
-  if (!api::Matches(api::Pattern::kAnchor, locator)) return {};
-  return Recall(ValueOf(locator));
+com::ComPtr<IHTMLElement> FindRemembered(Session& session, std::string_view locator) {
+  if (auto element = session.elements().Recall(locator)) return element;
+  if (!Matches(Pattern::kAnchor, locator)) return {};
+  return session.elements().Recall(ValueOf(locator));
 }
 
 }  // namespace
 
-ElementOrFailure FindElement(std::string_view locator) {
-  if (auto remembered = FindRemembered(locator)) return remembered;
-  const auto document = GetFrameDocument();
-  if (document == nullptr) return std::unexpected(api::Failure{api::messages::kElementNotFound});
+ElementOrFailure FindElement(Session& session, std::string_view locator) {
+  if (auto remembered = FindRemembered(session, locator)) return remembered;
+  const auto document = GetFrameDocument(session);
+  if (document == nullptr) return Failed(messages::kElementNotFound);
   auto found = FindElements(document.Get(), locator, Wanted::kFirst);
   if (!found) return std::unexpected(std::move(found.error()));
   return std::move(found->front());
 }
 
-ElementOrFailure ResolveTargetElement(const api::CommandParams& params) {
-  const std::string target = params.Get("target");
-  if (!api::IsElementLocator(target)) {
-    return std::unexpected(api::Failure{api::messages::kInvalidElementLocator});
-  }
-  return FindElement(target);
+ElementOrFailure ResolveTargetElement(Session& session, const CommandParams& params) {
+  const auto target = Locator(params);
+  if (!target) return std::unexpected(target.error());
+  return FindElement(session, *target);
 }
 
-}  // namespace quillmate::locate
+}  // namespace quillmate

@@ -1,4 +1,3 @@
-// Frame documents, their elements, and the walk down the selected path.
 #include "locate/frames.h"
 
 #include <exdisp.h>
@@ -16,21 +15,18 @@
 #include "com/encoding.h"
 #include "com/variant.h"
 #include "locate/attribute_text.h"
-#include "locate/collection_matches.h"
+#include "locate/collections.h"
 #include "locate/locator_syntax.h"
-#include "session/current_target.h"
 
-namespace quillmate::locate {
+namespace quillmate {
 namespace {
 
-using com::ComPtr;
-
-/// A page from another site refuses its document to its parent's scripts, and to us with them; the browser
-/// object behind the frame's window gives it out.
-ComPtr<IHTMLDocument2> DocumentThroughBrowser(IHTMLWindow2* window) {
+/// get_document fails with E_ACCESSDENIED for a cross-origin frame. The frame's IWebBrowser2 returns the
+/// document without an origin check.
+com::ComPtr<IHTMLDocument2> DocumentThroughBrowser(IHTMLWindow2* window) {
   const auto services = com::Query<IServiceProvider>(window);
-  ComPtr<IWebBrowser2> browser;
-  ComPtr<IDispatch> document;
+  com::ComPtr<IWebBrowser2> browser;
+  com::ComPtr<IDispatch> document;
   if (services == nullptr || FAILED(services->QueryService(IID_IWebBrowserApp, IID_PPV_ARGS(&browser))) ||
       browser == nullptr || FAILED(browser->get_Document(&document))) {
     return {};
@@ -38,28 +34,22 @@ ComPtr<IHTMLDocument2> DocumentThroughBrowser(IHTMLWindow2* window) {
   return com::Query<IHTMLDocument2>(document);
 }
 
-ComPtr<IHTMLDocument2> DocumentOf(IHTMLWindow2* window) {
-  ComPtr<IHTMLDocument2> document;
+com::ComPtr<IHTMLDocument2> DocumentOf(IHTMLWindow2* window) {
+  com::ComPtr<IHTMLDocument2> document;
   if (window == nullptr) return {};
   if (SUCCEEDED(window->get_document(&document)) && document != nullptr) return document;
   return DocumentThroughBrowser(window);
 }
 
-ComPtr<IHTMLWindow2> WindowOf(IHTMLDocument2* document) {
-  ComPtr<IHTMLWindow2> window;
-  if (FAILED(document->get_parentWindow(&window))) return {};
-  return window;
-}
-
-ComPtr<IHTMLDocument2> RelativeDocument(IHTMLDocument2* document, bool top) {
-  const auto window = WindowOf(document);
-  ComPtr<IHTMLWindow2> other;
+com::ComPtr<IHTMLDocument2> RelativeDocument(IHTMLDocument2* document, bool top) {
+  const auto window = GetParentWindow(document);
+  com::ComPtr<IHTMLWindow2> other;
   if (window == nullptr || FAILED(top ? window->get_top(&other) : window->get_parent(&other))) return {};
   return DocumentOf(other.Get());
 }
 
-ComPtr<IHTMLDocument2> FrameAt(IHTMLDocument2* document, std::string_view position) {
-  ComPtr<IHTMLFramesCollection2> frames;
+com::ComPtr<IHTMLDocument2> FrameAt(IHTMLDocument2* document, std::string_view position) {
+  com::ComPtr<IHTMLFramesCollection2> frames;
   LONG number = LONG_MAX;  // for a number that is too long to be one
   std::from_chars(position.data(), position.data() + position.size(), number);
   if (FAILED(document->get_frames(&frames)) || frames == nullptr) return {};
@@ -104,19 +94,19 @@ bool IsNamed(IHTMLElement* element, const FrameName& name) {
          com::ToAnsi(actual.view()) == name.wanted;
 }
 
-ComPtr<IHTMLDocument2> FrameAmong(IHTMLDocument3* document, const wchar_t* tag, const FrameName& name) {
-  ComPtr<IHTMLElementCollection> elements;
+com::ComPtr<IHTMLDocument2> FrameAmong(IHTMLDocument3* document, const wchar_t* tag, const FrameName& name) {
+  com::ComPtr<IHTMLElementCollection> elements;
   if (FAILED(document->getElementsByTagName(com::Bstr(tag).get(), &elements))) return {};
   CollectionMatches frames(std::move(elements), EveryItem{});
   while (const auto element = frames.Next()) {
-    if (IsNamed(element.Get(), name)) return GetFrameContent(element.Get());
+    if (IsNamed(element.Get(), name)) return ReadFrameDocument(element.Get());
   }
   return {};
 }
 
 /// The frame's element leads to its window; its position among the elements would not, once scripts have
 /// added frames.
-ComPtr<IHTMLDocument2> FrameBy(IHTMLDocument2* document, FrameName::Key key, std::string_view wanted) {
+com::ComPtr<IHTMLDocument2> FrameBy(IHTMLDocument2* document, FrameName::Key key, std::string_view wanted) {
   const auto searchable = com::Query<IHTMLDocument3>(document);
   if (searchable == nullptr) return {};
   FrameName name{key, std::string(wanted), {}};
@@ -127,11 +117,11 @@ ComPtr<IHTMLDocument2> FrameBy(IHTMLDocument2* document, FrameName::Key key, std
   return {};
 }
 
-ComPtr<IHTMLDocument2> FrameLookup(IHTMLDocument2* document, std::string_view locator) {
+com::ComPtr<IHTMLDocument2> FrameLookup(IHTMLDocument2* document, std::string_view locator) {
   if (locator == "relative=parent") return RelativeDocument(document, false);
   if (locator == "relative=top") return RelativeDocument(document, true);
   const std::string_view value = ValueOf(locator);
-  if (api::Matches(api::Pattern::kIndex, locator)) return FrameAt(document, value);
+  if (Matches(Pattern::kIndex, locator)) return FrameAt(document, value);
   if (locator.starts_with("id=")) return FrameBy(document, FrameName::Key::kId, value);
   if (locator.starts_with("name=")) return FrameBy(document, FrameName::Key::kName, value);
   if (locator.starts_with("src=")) return FrameBy(document, FrameName::Key::kSource, value);
@@ -140,14 +130,20 @@ ComPtr<IHTMLDocument2> FrameLookup(IHTMLDocument2* document, std::string_view lo
 
 }  // namespace
 
-ComPtr<IHTMLDocument2> GetFrameContent(IHTMLElement* element) {
+com::ComPtr<IHTMLWindow2> GetParentWindow(IHTMLDocument2* document) {
+  com::ComPtr<IHTMLWindow2> window;
+  if (FAILED(document->get_parentWindow(&window))) return {};
+  return window;
+}
+
+com::ComPtr<IHTMLDocument2> ReadFrameDocument(IHTMLElement* element) {
   const auto frame = com::Query<IHTMLFrameBase2>(element);
-  ComPtr<IHTMLWindow2> window;
+  com::ComPtr<IHTMLWindow2> window;
   if (frame == nullptr || FAILED(frame->get_contentWindow(&window))) return {};
   return DocumentOf(window.Get());
 }
 
-ComPtr<IHTMLDocument2> FindFrameDocument(IHTMLDocument2* document, std::string_view locator) {
+com::ComPtr<IHTMLDocument2> FindFrameDocument(IHTMLDocument2* document, std::string_view locator) {
   if (document == nullptr) return {};
   if (const auto unquoted = Unquote(locator)) {
     if (auto found = FrameLookup(document, *unquoted)) return found;
@@ -155,19 +151,4 @@ ComPtr<IHTMLDocument2> FindFrameDocument(IHTMLDocument2* document, std::string_v
   return FrameLookup(document, locator);
 }
 
-ComPtr<IHTMLDocument2> GetFrameDocument() {
-  const session::WindowHolder* holder = session::ValidHolder();
-  if (holder == nullptr) return {};
-  auto document = holder->GetDocument();
-  for (const std::string& locator : session::Current()->frame_path) {
-    document = FindFrameDocument(document.Get(), locator);
-  }
-  return document;
-}
-
-bool IsTargetUsable() {
-  const session::WindowHolder* holder = session::ValidHolder();
-  return holder != nullptr && holder->GetDocument() != nullptr;
-}
-
-}  // namespace quillmate::locate
+}  // namespace quillmate

@@ -5,11 +5,8 @@
 
 #include "api/patterns.h"
 
-namespace quillmate::locate {
+namespace quillmate {
 namespace {
-
-using api::Matches;
-using api::Pattern;
 
 bool IsQuote(char c) { return c == '\'' || c == '"'; }
 
@@ -141,4 +138,4 @@ Selector ParseSelector(std::string_view text) {
   return position;
 }
 
-}  // namespace quillmate::locate
+}  // namespace quillmate

@@ -8,7 +8,7 @@
 #include <variant>
 #include <vector>
 
-namespace quillmate::locate {
+namespace quillmate {
 
 /// Removes quotes that enclose a whole locator ('id=a') or its value (id='a').
 /// @return the locator without them; nothing when it is not quoted so.
@@ -71,4 +71,4 @@ using Selector = std::variant<EveryItem, Position, Predicate>;
 /// What the text between brackets asks for.
 Selector ParseSelector(std::string_view text);
 
-}  // namespace quillmate::locate
+}  // namespace quillmate

@@ -11,19 +11,18 @@
 #include "com/bstr.h"
 #include "com/encoding.h"
 #include "com/variant.h"
-#include "locate/collection_matches.h"
+#include "locate/collections.h"
 #include "locate/locator_syntax.h"
 
-namespace quillmate::locate {
+namespace quillmate {
 namespace {
 
-using com::ComPtr;
-using Collection = ComPtr<IHTMLElementCollection>;
+using Collection = com::ComPtr<IHTMLElementCollection>;
 
 /// What a step is searched from: an element, or the document when null.
-using Context = ComPtr<IHTMLElement>;
+using Context = com::ComPtr<IHTMLElement>;
 
-Collection AsCollection(const ComPtr<IDispatch>& object) {
+Collection AsCollection(const com::ComPtr<IDispatch>& object) {
   return com::Query<IHTMLElementCollection>(object);
 }
 
@@ -43,7 +42,7 @@ Collection CollectFromDocument(IHTMLDocument2* document, std::string_view tag) {
 
 Collection CollectDescendants(IHTMLElement* element, std::string_view name) {
   if (name == "*") {
-    ComPtr<IDispatch> all;
+    com::ComPtr<IDispatch> all;
     element->get_all(&all);
     return AsCollection(all);
   }
@@ -55,11 +54,11 @@ Collection CollectDescendants(IHTMLElement* element, std::string_view name) {
 }
 
 Collection CollectChildren(IHTMLElement* element, std::string_view name) {
-  ComPtr<IDispatch> object;
+  com::ComPtr<IDispatch> object;
   element->get_children(&object);
   auto children = AsCollection(object);
   if (children == nullptr || name == "*") return children;
-  ComPtr<IDispatch> tagged;
+  com::ComPtr<IDispatch> tagged;
   children->tags(com::Variant::Text(com::FromAnsi(name)).get(), &tagged);
   return AsCollection(tagged);
 }
@@ -132,7 +131,7 @@ class XPathQuery {
   XPathQuery(IHTMLDocument2* document, std::string_view path, Wanted wanted)
       : document_(document), steps_(SplitPath(path)), wanted_(wanted) {}
 
-  std::expected<Elements, api::Failure> Run() {
+  OrFailure<Elements> Run() {
     // The branches under way, one level a step. Paths may have tens of thousands of steps: no recursion.
     std::vector<StepMatches> levels;
     levels.emplace_back(Context());
@@ -187,14 +186,14 @@ class XPathQuery {
     if (!failed_step_ || step >= *failed_step_) failed_step_ = step;
   }
 
-  api::Failure FailureMessage() const {
+  Failure FailureMessage() const {
     const LocatorStep& step = steps_[*failed_step_];
     char message[1024];
     const int length =
         std::snprintf(message, sizeof message, "Find element failed in %d's Xpath node [ %s[%s] ]!",
                       static_cast<int>(*failed_step_ + 1), step.head.c_str(), step.selector.c_str());
     const bool fits = length >= 0 && length < static_cast<int>(sizeof message);
-    return {fits ? message : api::messages::kElementNotFound};
+    return {fits ? message : messages::kElementNotFound};
   }
 
   IHTMLDocument2* document_;
@@ -206,9 +205,8 @@ class XPathQuery {
 
 }  // namespace
 
-std::expected<Elements, api::Failure> EvaluatePath(IHTMLDocument2* document, std::string_view path,
-                                                   Wanted wanted) {
+OrFailure<Elements> EvaluatePath(IHTMLDocument2* document, std::string_view path, Wanted wanted) {
   return XPathQuery(document, path, wanted).Run();
 }
 
-}  // namespace quillmate::locate
+}  // namespace quillmate

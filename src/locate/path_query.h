@@ -9,13 +9,12 @@
 #include "api/result.h"
 #include "locate/document_search.h"
 
-namespace quillmate::locate {
+namespace quillmate {
 
 /// Evaluates a path such as //div[@class='list']/a[2].
 /// @return at least one element in the order of the branches, or a message that names the step at which the
 /// branch
 ///         that got furthest failed.
-std::expected<Elements, api::Failure> EvaluatePath(IHTMLDocument2* document, std::string_view path,
-                                                   Wanted wanted);
+OrFailure<Elements> EvaluatePath(IHTMLDocument2* document, std::string_view path, Wanted wanted);
 
-}  // namespace quillmate::locate
+}  // namespace quillmate

@@ -3,7 +3,7 @@
 
 #include <algorithm>
 
-namespace quillmate::locate {
+namespace quillmate {
 
 Rectangle Translated(const Rectangle& rectangle, ScreenPoint offset) {
   return {rectangle.left + offset.x, rectangle.top + offset.y, rectangle.right + offset.x,
@@ -42,4 +42,4 @@ DocumentArea LiftedBy(const DocumentArea& area, const DocumentArea& parent) {
   return {Translated(area.origin, offset), Intersection(Translated(area.visible, offset), parent.visible)};
 }
 
-}  // namespace quillmate::locate
+}  // namespace quillmate

@@ -1,7 +1,7 @@
 // Points and rectangles in screen pixels, and the arithmetic that decides what of an element can be seen.
 #pragma once
 
-namespace quillmate::locate {
+namespace quillmate {
 
 /// A point in screen pixels.
 struct ScreenPoint {
@@ -50,4 +50,4 @@ DocumentArea FrameArea(const Rectangle& host, ViewportSize parent_viewport);
 /// Lifts an area one level up: into the coordinates in which its parent's own area is given.
 DocumentArea LiftedBy(const DocumentArea& area, const DocumentArea& parent);
 
-}  // namespace quillmate::locate
+}  // namespace quillmate

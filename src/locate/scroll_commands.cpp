@@ -4,42 +4,31 @@
 #include "api/messages.h"
 #include "api/validation.h"
 #include "com/bstr.h"
-#include "locate/commands.h"
+#include "commands.h"
 #include "locate/element_search.h"
 #include "locate/frames.h"
 #include "locate/geometry.h"
+#include "session/current_page.h"
 
-namespace quillmate::locate {
+namespace quillmate {
 namespace {
 
-using api::CommandParams;
-using api::Fail;
-using api::Result;
-using com::ComPtr;
-namespace messages = api::messages;
+Result Outcome(HRESULT result) { return SUCCEEDED(result) ? Done() : Fail(messages::kScrollFailed); }
 
-Result Outcome(HRESULT result) { return SUCCEEDED(result) ? api::Done() : Fail(messages::kScrollFailed); }
-
-ComPtr<IHTMLWindow2> WindowOf(IHTMLDocument2* document) {
-  ComPtr<IHTMLWindow2> window;
-  document->get_parentWindow(&window);
-  return window;
-}
-
-Result ScrollViewTo(IHTMLDocument2* document, api::CoordinatePair position) {
-  const auto window = WindowOf(document);
+Result ScrollViewTo(IHTMLDocument2* document, CoordinatePair position) {
+  const auto window = GetParentWindow(document);
   return window != nullptr ? Outcome(window->scrollTo(position.x, position.y))
                            : Fail(messages::kScrollFailed);
 }
 
-/// Whether an element is what the document's view scrolls by, whatever the layout mode makes of either.
+/// Whether scrolling this element scrolls the page: HTML or BODY, in any layout mode.
 bool IsPageRoot(IHTMLElement* element) {
   com::Bstr tag;
   return SUCCEEDED(element->get_tagName(tag.put())) && (tag.view() == L"HTML" || tag.view() == L"BODY");
 }
 
 bool ShowsOverflow(IHTMLElement2* element) {
-  ComPtr<IHTMLCurrentStyle> style;
+  com::ComPtr<IHTMLCurrentStyle> style;
   com::Bstr overflow;
   return SUCCEEDED(element->get_currentStyle(&style)) && style != nullptr &&
          SUCCEEDED(style->get_overflow(overflow.put())) && overflow.view() == L"visible";
@@ -54,7 +43,7 @@ bool HasMoreThanItShows(IHTMLElement2* element) {
          content > shown;
 }
 
-Result ScrollElementTo(IHTMLElement* element, api::CoordinatePair position) {
+Result ScrollElementTo(IHTMLElement* element, CoordinatePair position) {
   const auto scrolled = com::Query<IHTMLElement2>(element);
   if (scrolled == nullptr || ShowsOverflow(scrolled.Get()) || !HasMoreThanItShows(scrolled.Get())) {
     return Fail(messages::kTargetNotSupportScrollPleaseCheck);
@@ -71,52 +60,52 @@ ScreenPoint PointOf(const Rectangle& rectangle, std::string_view area) {
 
 }  // namespace
 
-Result Scroll(const CommandParams& params) {
-  const auto distance = api::ParseCoordinatePair(params.Get("value"));
-  if (!distance) return Fail(messages::kInvalidCoordinate);
-  const auto document = GetFrameDocument();
+Result Scroll(Session& session, const CommandParams& params) {
+  const auto distance = Coordinates(params);
+  if (!distance) return distance.error();
+  const auto document = GetFrameDocument(session);
   if (document == nullptr) return Fail(messages::kFrameNotFound);
-  const auto window = WindowOf(document.Get());
+  const auto window = GetParentWindow(document.Get());
   return window != nullptr ? Outcome(window->scrollBy(distance->x, distance->y))
                            : Fail(messages::kScrollFailed);
 }
 
-Result ScrollTo(const CommandParams& params) {
-  const auto position = api::ParseCoordinatePair(params.Get("value"));
-  if (!position) return Fail(messages::kInvalidCoordinate);
-  const std::string target = params.Get("target");
-  if (!target.empty() && !api::IsElementLocator(target)) return Fail(messages::kInvalidElementLocator);
-  const auto document = GetFrameDocument();
+Result ScrollTo(Session& session, const CommandParams& params) {
+  const auto position = Coordinates(params);
+  if (!position) return position.error();
+  const auto target = OptionalLocator(params, "target");
+  if (!target) return target.error();
+  const auto document = GetFrameDocument(session);
   if (document == nullptr) return Fail(messages::kFrameNotFound);
-  if (target.empty()) return ScrollViewTo(document.Get(), *position);
-  const auto element = FindElement(target);
+  if (target->empty()) return ScrollViewTo(document.Get(), *position);
+  const auto element = FindElement(session, *target);
   if (!element) return element.error();
   if (IsPageRoot(element->Get())) return ScrollViewTo(document.Get(), *position);
   return ScrollElementTo(element->Get(), *position);
 }
 
-Result ScrollIntoView(const CommandParams& params) {
-  const auto element = ResolveTargetElement(params);
+Result ScrollIntoView(Session& session, const CommandParams& params) {
+  const auto element = ResolveTargetElement(session, params);
   if (!element) return element.error();
-  const auto document = BringPageToTop(element->Get());
+  const auto document = BringPageToTop(session, element->Get());
   if (!document) return document.error();
-  return ScrollElementIntoView(element->Get()) ? api::Done() : Fail(messages::kScrollIntoViewFailed);
+  return ScrollElementIntoView(element->Get()) ? Done() : Fail(messages::kScrollIntoViewFailed);
 }
 
-Result GetElementPos(const CommandParams& params) {
-  const std::string target = params.Get("target");
-  if (!api::IsElementLocator(target)) return Fail(messages::kInvalidElementLocator);
+Result GetElementPos(Session& session, const CommandParams& params) {
+  const auto target = Locator(params);
+  if (!target) return target.error();
   const std::string area = params.Get("area");
-  if (!api::IsArea(area)) return Fail(messages::kInvalidArea);
-  const auto element = FindElement(target);
+  if (!IsArea(area)) return Fail(messages::kInvalidArea);
+  const auto element = FindElement(session, *target);
   if (!element) return element.error();
-  const auto document = GetFrameDocument();
+  const auto document = GetFrameDocument(session);
   if (document == nullptr) return Fail(messages::kElementNotFound);
-  const auto place = GetElementScrolledIntoView(document.Get(), element->Get());
+  const auto place = GetElementScrolledIntoView(session, document.Get(), element->Get());
   if (!place) return Fail(messages::kGetElementposFailed);
   if (!place->fully_visible) return Fail(messages::kTheElementIsNotFullyVisibleOnTheBrowser);
   const ScreenPoint point = PointOf(place->rectangle, area);
-  return api::Text(std::to_string(point.x) + "," + std::to_string(point.y));
+  return Text(std::to_string(point.x) + "," + std::to_string(point.y));
 }
 
-}  // namespace quillmate::locate
+}  // namespace quillmate

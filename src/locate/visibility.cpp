@@ -3,10 +3,8 @@
 
 #include "com/bstr.h"
 
-namespace quillmate::locate {
+namespace quillmate {
 namespace {
-
-using com::ComPtr;
 
 bool IsDisplayNone(IHTMLCurrentStyle* style) {
   com::Bstr display;
@@ -17,13 +15,13 @@ bool IsDisplayNone(IHTMLCurrentStyle* style) {
 
 }  // namespace
 
-bool IsElementDisplayed(ComPtr<IHTMLElement> element) {
+bool IsElementDisplayed(com::ComPtr<IHTMLElement> element) {
   while (element != nullptr) {
     const auto styled = com::Query<IHTMLElement2>(element);
-    ComPtr<IHTMLCurrentStyle> style;
+    com::ComPtr<IHTMLCurrentStyle> style;
     if (styled == nullptr || FAILED(styled->get_currentStyle(&style)) || style == nullptr) return false;
     if (IsDisplayNone(style.Get())) return false;
-    ComPtr<IHTMLElement> parent;
+    com::ComPtr<IHTMLElement> parent;
     element->get_parentElement(&parent);
     if (parent == nullptr || com::IsSameObject(parent.Get(), element.Get())) return true;
     element = std::move(parent);
@@ -31,4 +29,4 @@ bool IsElementDisplayed(ComPtr<IHTMLElement> element) {
   return false;
 }
 
-}  // namespace quillmate::locate
+}  // namespace quillmate

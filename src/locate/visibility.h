@@ -6,11 +6,11 @@
 
 #include "com/com_ptr.h"
 
-namespace quillmate::locate {
+namespace quillmate {
 
 /// Whether neither the element nor any of its ancestors has a computed display of none. Size, opacity, the
 /// visibility property and the scroll position play no part. An element that cannot be asked, or is null, is
 /// not displayed.
 bool IsElementDisplayed(com::ComPtr<IHTMLElement> element);
 
-}  // namespace quillmate::locate
+}  // namespace quillmate

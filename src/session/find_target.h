@@ -1,4 +1,3 @@
-// Finds the browser surface that a window locator names.
 #pragma once
 
 #include <memory>
@@ -6,14 +5,14 @@
 
 #include "session/window_holder.h"
 
-namespace quillmate::session {
+namespace quillmate {
 
 /// Searches the desktop's windows in Z order, then the shell's own list of browsers.
 /// @param locator "index=N" (from 0, counted within each frame), "url=", "title=" (both the whole text),
-/// "handle=" (a
-///        window handle, decimal or hexadecimal with 0x), or an element locator that the page must satisfy.
-///        Quotes around it are removed first; when that finds nothing it is tried as it stands.
+/// "handle="
+/// (a window handle, decimal or hexadecimal with 0x), or an element locator that the page must satisfy.
+/// Quotes around it are removed first; when that finds nothing it is tried as it stands.
 /// @return the surface, null when there is none.
 std::unique_ptr<WindowHolder> FindTarget(std::string_view locator);
 
-}  // namespace quillmate::session
+}  // namespace quillmate

@@ -2,41 +2,39 @@
 #include "api/messages.h"
 #include "com/bstr.h"
 #include "com/encoding.h"
-#include "locate/frames.h"
-#include "session/commands.h"
-#include "session/current_target.h"
+#include "commands.h"
+#include "session/current_page.h"
+#include "session/session.h"
 
-namespace quillmate::session {
+namespace quillmate {
 
-using namespace api;  // NOLINT(google-build-using-namespace): the result builders read as words
-
-Result Refresh(const CommandParams&) {
-  WindowHolder* holder = ValidHolder();
-  // A page that is still loading is refused with this message, on purpose.
+Result Refresh(Session& session, const CommandParams&) {
+  WindowHolder* holder = session.ValidHolder();
+  // Deliberate: a page that is still loading is refused with this message.
   if (holder != nullptr && holder->IsBusy()) return Fail(messages::kFrameNotFound);
   return holder != nullptr && holder->Refresh() ? Done() : Fail(messages::kRefreshFail);
 }
 
-Result Forward(const CommandParams&) {
-  WindowHolder* holder = ValidHolder();
+Result Forward(Session& session, const CommandParams&) {
+  WindowHolder* holder = session.ValidHolder();
   if (holder == nullptr) return Fail(messages::kFrameNotFound);
   return holder->GoForward() ? Done() : Fail(messages::kGoForwardFail);
 }
 
-Result Back(const CommandParams&) {
-  WindowHolder* holder = ValidHolder();
+Result Back(Session& session, const CommandParams&) {
+  WindowHolder* holder = session.ValidHolder();
   if (holder == nullptr) return Fail(messages::kFrameNotFound);
   return holder->GoBack() ? Done() : Fail(messages::kGoBackFail);
 }
 
-Result CurrentUrl(const CommandParams&) {
-  if (ValidHolder() == nullptr) return Fail(messages::kBrowserNotFound);
-  const auto document = locate::GetFrameDocument();
+Result CurrentUrl(Session& session, const CommandParams&) {
+  if (session.ValidHolder() == nullptr) return Fail(messages::kBrowserNotFound);
+  const auto document = GetFrameDocument(session);
   if (document == nullptr) return Fail(messages::kFrameNotFound);
   com::Bstr url;
   if (FAILED(document->get_URL(url.put())) || url.get() == nullptr) return Fail(messages::kGetUrlFailed);
-  // Addresses alone are answered in UTF-8.
+  // Deliberate: addresses alone are returned in UTF-8.
   return Text(com::ToUtf8(url.view()));
 }
 
-}  // namespace quillmate::session
+}  // namespace quillmate

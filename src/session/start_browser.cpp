@@ -1,4 +1,3 @@
-// The two ways to a new browser, and navigation.
 #include "session/start_browser.h"
 
 #include <windows.h>
@@ -6,30 +5,28 @@
 #include "com/bstr.h"
 #include "com/encoding.h"
 #include "com/handle.h"
-#include "com/type_library.h"
+#include "com/poll.h"
 #include "com/variant.h"
-#include "session/html_window.h"
+#include "session/browser_objects.h"
 
-namespace quillmate::session {
+namespace quillmate {
 namespace {
 
-using com::ComPtr;
-
 constexpr wchar_t kProgram[] = L"C:\\Program Files\\Internet Explorer\\iexplore.exe";
-constexpr DWORD kStartMs = 3000;
-constexpr DWORD kSettleMs = 3000;
+constexpr std::chrono::milliseconds kStartTime(3000);
+constexpr std::chrono::milliseconds kSettleTime(3000);
 /// Flags of IWebBrowser2::Navigate2.
 constexpr LONG kNoFlags = 0;
 constexpr LONG kOpenInNewTab = 0x800;
 
-ComPtr<IWebBrowser2> StartByApplicationObject() {
-  ComPtr<IWebBrowser2> browser;
+com::ComPtr<IWebBrowser2> StartByApplicationObject() {
+  com::ComPtr<IWebBrowser2> browser;
   if (FAILED(CoCreateInstance(CLSID_InternetExplorer, nullptr, CLSCTX_LOCAL_SERVER, IID_PPV_ARGS(&browser))))
     return {};
   return browser;
 }
 
-/// Started hidden, as the caller's start-up information says with SW_HIDE: the page shows once it has one.
+/// Starts iexplore.exe with SW_HIDE; StartBrowser shows the window later.
 bool StartProgram() {
   STARTUPINFOW startup = {};
   startup.cb = sizeof startup;
@@ -41,28 +38,28 @@ bool StartProgram() {
     return false;
   const com::UniqueHandle process(started.hProcess);
   const com::UniqueHandle thread(started.hThread);
-  WaitForSingleObject(process.get(), kStartMs);
+  WaitForSingleObject(process.get(), static_cast<DWORD>(kStartTime.count()));
   return true;
 }
 
-ComPtr<IWebBrowser2> StartByProgram() {
+com::ComPtr<IWebBrowser2> StartByProgram() {
   if (!StartProgram()) return {};
   HWND frame = FindWindowW(L"IEFrame", nullptr);
-  Sleep(kSettleMs);
+  com::Pause(kSettleTime);
   return GetWebBrowserFromWindow(frame);
 }
 
 }  // namespace
 
-ComPtr<IWebBrowser2> StartBrowser() {
-  com::HoldTypeLibrary();
+com::ComPtr<IWebBrowser2> StartBrowser() {
+  HoldTypeLibrary();
   auto browser = StartByApplicationObject();
   if (browser == nullptr) browser = StartByProgram();
   if (browser != nullptr) browser->put_Visible(VARIANT_TRUE);
   return browser;
 }
 
-bool Navigate(IWebBrowser2* browser, std::string_view url, OpenIn where) {
+bool NavigateBrowser(IWebBrowser2* browser, std::string_view url, OpenIn where) {
   com::Variant target = com::Variant::Text(com::FromAnsi(url));
   com::Variant flags = com::Variant::Int(where == OpenIn::kNewTab ? kOpenInNewTab : kNoFlags);
   com::Variant none;
@@ -71,4 +68,4 @@ bool Navigate(IWebBrowser2* browser, std::string_view url, OpenIn where) {
   return SUCCEEDED(browser->Navigate2(&url_argument, &flags_argument, none.put(), none.put(), none.put()));
 }
 
-}  // namespace quillmate::session
+}  // namespace quillmate

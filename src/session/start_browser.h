@@ -1,4 +1,3 @@
-// Starts a new Internet Explorer.
 #pragma once
 
 #include <exdisp.h>
@@ -6,9 +5,9 @@
 
 #include "com/com_ptr.h"
 
-namespace quillmate::session {
+namespace quillmate {
 
-/// Starts a browser, visible, by its application object or, where that cannot be had, by its program.
+/// Starts an Internet Explorer, visible, by its application object or, where that fails, by its program.
 /// Starting the program takes at least three seconds.
 /// @return its browser object, not yet navigated; null when neither way works.
 com::ComPtr<IWebBrowser2> StartBrowser();
@@ -19,6 +18,6 @@ enum class OpenIn { kSameTab, kNewTab };
 /// Sends a browser to an address.
 /// @param url in the ANSI code page.
 /// @return whether the browser took the order; loading goes on afterwards.
-bool Navigate(IWebBrowser2* browser, std::string_view url, OpenIn where);
+bool NavigateBrowser(IWebBrowser2* browser, std::string_view url, OpenIn where);
 
-}  // namespace quillmate::session
+}  // namespace quillmate

@@ -1,25 +1,27 @@
-// Tab captions, the tab strip's accessibility tree, and cycling by keys.
 #include "session/tab_activation.h"
 
 #include <mshtml.h>
 #include <oleacc.h>
+#include <algorithm>
+#include <initializer_list>
+#include <optional>
+#include <string>
 #include <vector>
 
 #include "com/bstr.h"
 #include "com/com_ptr.h"
 #include "com/encoding.h"
+#include "com/poll.h"
 #include "com/variant.h"
 #include "input/send_keys.h"
-#include "session/bring_to_front.h"
-#include "session/html_window.h"
+#include "session/browser_objects.h"
+#include "session/windows.h"
 
-namespace quillmate::session {
+namespace quillmate {
 namespace {
 
-using com::ComPtr;
-
 constexpr int kMaxRounds = 99;
-constexpr DWORD kPauseBetweenRoundsMs = 100;
+constexpr std::chrono::milliseconds kPauseBetweenRounds(100);
 constexpr size_t kMaxChildren = 500;
 constexpr LONG kPageTabList = ROLE_SYSTEM_PAGETABLIST;
 
@@ -41,14 +43,14 @@ HWND FindTabStrip(HWND frame) {
 }
 
 /// The children that are objects of their own, at most the first 500.
-std::vector<ComPtr<IAccessible>> ChildrenOf(IAccessible* parent) {
+std::vector<com::ComPtr<IAccessible>> ChildrenOf(IAccessible* parent) {
   LONG count = 0;
   if (FAILED(parent->get_accChildCount(&count)) || count <= 0) return {};
   std::vector<com::Variant> slots(std::min(static_cast<size_t>(count), kMaxChildren));
   std::vector<VARIANT> raw(slots.size());
   LONG obtained = 0;
   if (FAILED(AccessibleChildren(parent, 0, static_cast<LONG>(raw.size()), raw.data(), &obtained))) return {};
-  std::vector<ComPtr<IAccessible>> children;
+  std::vector<com::ComPtr<IAccessible>> children;
   for (size_t i = 0; i < static_cast<size_t>(obtained); ++i) {
     *slots[i].put() = raw[i];
     if (slots[i].type() != VT_DISPATCH) continue;
@@ -87,10 +89,10 @@ bool WindowTextBeginsWith(HWND window, const std::string& caption) {
   return std::string_view(text).starts_with(caption);
 }
 
-}  // namespace
-
-std::optional<std::string> GetTabCaption(IWebBrowser2* browser) {
-  ComPtr<IDispatch> object;
+/// A tab's caption: its document's title; without one, its address without a leading "file://".
+/// @return the caption in the ANSI code page; nothing when a call to the browser failed.
+std::optional<std::string> ReadTabCaption(IWebBrowser2* browser) {
+  com::ComPtr<IDispatch> object;
   if (browser == nullptr || FAILED(browser->get_Document(&object))) return std::nullopt;
   const auto document = com::Query<IHTMLDocument2>(object);
   com::Bstr title;
@@ -103,14 +105,14 @@ std::optional<std::string> GetTabCaption(IWebBrowser2* browser) {
   return caption.starts_with(kFileScheme) ? caption.substr(kFileScheme.size()) : caption;
 }
 
+}  // namespace
+
 bool ActivateIeTab(IWebBrowser2* browser) {
-  const auto caption = GetTabCaption(browser);
-  SHANDLE_PTR handle = 0;
-  if (!caption || FAILED(browser->get_HWND(&handle))) return false;
-  HWND frame = reinterpret_cast<HWND>(handle);
-  if (!BringWindowToFront(frame)) return false;
+  const auto caption = ReadTabCaption(browser);
+  HWND frame = caption ? GetFrameWindow(browser) : nullptr;
+  if (frame == nullptr || !BringWindowToFront(frame)) return false;
   HWND window = FindTabStrip(frame);
-  ComPtr<IAccessible> strip;
+  com::ComPtr<IAccessible> strip;
   if (window == nullptr ||
       FAILED(AccessibleObjectFromWindow(window, static_cast<DWORD>(OBJID_CLIENT), __uuidof(IAccessible),
                                         reinterpret_cast<void**>(strip.GetAddressOf())))) {
@@ -120,15 +122,15 @@ bool ActivateIeTab(IWebBrowser2* browser) {
 }
 
 bool ActivateHostedTab(IWebBrowser2* browser, HWND tab_window) {
-  const auto caption = GetTabCaption(browser);
+  const auto caption = ReadTabCaption(browser);
   HWND frame = caption ? FindAncestorOfClass(tab_window, L"Chrome_WidgetWin_1") : nullptr;
   if (frame == nullptr || !BringWindowToFront(frame)) return false;
   for (int round = 0; round < kMaxRounds; ++round) {
     if (WindowTextBeginsWith(frame, *caption)) return true;
-    if (!BringWindowToFront(frame) || !input::SendKeySequence("{CTRL}{PAGEDOWN}")) return false;
-    Sleep(kPauseBetweenRoundsMs);
+    if (!BringWindowToFront(frame) || !SendKeySequence("{CTRL}{PAGEDOWN}")) return false;
+    com::Pause(kPauseBetweenRounds);
   }
   return false;
 }
 
-}  // namespace quillmate::session
+}  // namespace quillmate

@@ -1,27 +1,62 @@
-// The holders' operations over IWebBrowser2, documents and windows.
 #include "session/window_holder.h"
 
-#include "com/bstr.h"
-#include "input/send_keys.h"
-#include "session/answering.h"
-#include "session/bring_to_front.h"
-#include "session/html_window.h"
-#include "session/tab_activation.h"
+#include <algorithm>
+#include <vector>
 
-namespace quillmate::session {
+#include "com/bstr.h"
+#include "com/poll.h"
+#include "input/send_keys.h"
+#include "session/browser_objects.h"
+#include "session/start_browser.h"
+#include "session/tab_activation.h"
+#include "session/windows.h"
+
+namespace quillmate {
 namespace {
 
-constexpr UINT kCloseTimeoutMs = 5000;
+constexpr std::chrono::seconds kCloseLimit(5);
+constexpr int kNewTabRounds = 50;
+constexpr std::chrono::milliseconds kNewTabRound(100);
 
-/// A window that asks the user before it closes, or hangs, has had its message all the same.
-void SendClose(HWND window) {
-  SendMessageTimeoutW(window, WM_CLOSE, 0, 0, SMTO_ABORTIFHUNG, kCloseTimeoutMs, nullptr);
+/// The result is ignored: the window has received WM_CLOSE even if it asks the user first or hangs.
+void SendClose(HWND window) { SendMessageInTime(window, WM_CLOSE, 0, nullptr, kCloseLimit); }
+
+using Browser = com::ComPtr<IWebBrowser2>;
+
+/// The browsers of the shell's list that belong to one frame.
+std::vector<Browser> TabsOfFrame(HWND frame) {
+  std::vector<Browser> tabs;
+  ForEachShellBrowser([&](Browser browser) {
+    if (GetFrameWindow(browser.Get()) == frame) tabs.push_back(std::move(browser));
+    return false;
+  });
+  return tabs;
 }
 
-HWND WindowOf(IWebBrowser2* browser) {
-  SHANDLE_PTR handle = 0;
-  if (browser == nullptr || FAILED(browser->get_HWND(&handle))) return nullptr;
-  return reinterpret_cast<HWND>(handle);
+std::unique_ptr<WindowHolder> MakeHolder(const Browser& tab) {
+  return std::make_unique<TabBrowserHolder>(tab);
+}
+std::unique_ptr<WindowHolder> MakeHolder(HWND tab) { return std::make_unique<IeBasedTabHolder>(tab); }
+
+bool IsSameTab(const Browser& a, const Browser& b) { return com::IsSameObject(a.Get(), b.Get()); }
+bool IsSameTab(HWND a, HWND b) { return a == b; }
+
+/// Sends a browser to a new tab and looks again until a tab is there that was not before, and has its page.
+/// @param list returns the tabs as they are now.
+template <class List>
+std::unique_ptr<WindowHolder> OpenAndFind(IWebBrowser2* browser, std::string_view url, List list) {
+  const auto before = list();
+  if (!NavigateBrowser(browser, url, OpenIn::kNewTab)) return {};
+  std::unique_ptr<WindowHolder> opened;
+  const auto find_new_tab = [&] {
+    for (const auto& tab : list()) {
+      if (std::ranges::any_of(before, [&](const auto& old) { return IsSameTab(old, tab); })) continue;
+      opened = MakeHolder(tab);
+      if (opened->IsValid()) return true;
+    }
+    return false;
+  };
+  return com::PollUntil(kNewTabRounds, kNewTabRound, find_new_tab) ? std::move(opened) : nullptr;
 }
 
 }  // namespace
@@ -52,7 +87,7 @@ com::ComPtr<IHTMLDocument2> TabBrowserHolder::GetDocument() const {
   return com::Query<IHTMLDocument2>(document);
 }
 
-HWND TabBrowserHolder::GetWindowHandle() const { return WindowOf(Reachable()); }
+HWND TabBrowserHolder::GetWindowHandle() const { return GetFrameWindow(Reachable()); }
 
 bool TabBrowserHolder::IsBusy() const {
   IWebBrowser2* browser = Reachable();
@@ -84,18 +119,32 @@ bool TabBrowserHolder::CloseTab() {
 
 bool TabBrowserHolder::CloseByKeys() {
   if (!BringToTop()) return false;
-  input::SendKeySequence("{CTRL}{ALT}{F4}");
+  SendKeySequence("{CTRL}{ALT}{F4}");
   return true;
 }
 
-bool IeBasedTabHolder::BringToTop() { return ActivateHostedTab(Browser(), tab_window_); }
-bool IeBasedTabHolder::CloseTab() { return BringToTop() && input::SendKeySequence("{CTRL}W"); }
+bool TabBrowserHolder::Navigate(std::string_view url) {
+  return NavigateBrowser(browser_.Get(), url, OpenIn::kSameTab);
+}
+
+std::unique_ptr<WindowHolder> TabBrowserHolder::OpenTab(std::string_view url) {
+  HWND frame = GetWindowHandle();
+  return OpenAndFind(browser_.Get(), url, [=] { return TabsOfFrame(frame); });
+}
+
+bool IeBasedTabHolder::BringToTop() { return ActivateHostedTab(browser(), tab_window_); }
+bool IeBasedTabHolder::CloseTab() { return BringToTop() && SendKeySequence("{CTRL}W"); }
 
 bool IeBasedTabHolder::CloseWindow() {
   HWND frame = FindAncestorOfClass(tab_window_, L"Chrome_WidgetWin_1");
   if (frame == nullptr) return false;
   SendClose(frame);
   return true;
+}
+
+std::unique_ptr<WindowHolder> IeBasedTabHolder::OpenTab(std::string_view url) {
+  HWND frame = FindAncestorOfClass(tab_window_, L"Chrome_WidgetWin_1");
+  return OpenAndFind(browser(), url, [=] { return ChildrenOfClass(frame, L"AtlAxWin100"); });
 }
 
 ModalDialogHolder::ModalDialogHolder(HWND window)
@@ -118,4 +167,4 @@ bool ModalDialogHolder::BringToTop() {
   return dialog_window_ != nullptr && BringWindowToFront(dialog_window_);
 }
 
-}  // namespace quillmate::session
+}  // namespace quillmate

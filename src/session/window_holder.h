@@ -4,11 +4,12 @@
 #include <windows.h>
 #include <exdisp.h>
 #include <mshtml.h>
-#include <string>
+#include <memory>
+#include <string_view>
 
 #include "com/com_ptr.h"
 
-namespace quillmate::session {
+namespace quillmate {
 
 /// A browser surface: a tab or a dialog. The base class is a surface that is not there and answers so. A
 /// holder never changes after construction; when its browser has gone, its operations fail through their
@@ -38,8 +39,20 @@ class WindowHolder {
   virtual bool CloseByKeys() { return false; }
   /// Asks the window to close and reports success even when there is none: the caller has checked IsValid.
   virtual bool CloseWindow();
-  /// @return the surface's COM object, by which two holders of one surface know each other; null when there
-  /// is none.
+  /// Whether the surface is a tab, which can be sent to other addresses.
+  virtual bool IsTab() const { return false; }
+  /// Sends the tab to an address; loading goes on afterwards.
+  /// @param url in the ANSI code page.
+  /// @return whether the browser took the order.
+  virtual bool Navigate(std::string_view) { return false; }
+  /// Opens an address in a new tab of the same frame and finds that tab: the browser object in hand stays
+  /// with the old one.
+  /// @param url in the ANSI code page.
+  /// @return the new tab; null when the browser refused, or showed no new tab within five seconds.
+  virtual std::unique_ptr<WindowHolder> OpenTab(std::string_view) { return {}; }
+
+  /// @return the surface's COM object, used to tell whether two holders refer to the same surface; null when
+  /// there is none.
   virtual IUnknown* Surface() const { return nullptr; }
 
   /// Whether the surface's thread takes messages, so that a call to it will come back: one message there and
@@ -72,10 +85,14 @@ class TabBrowserHolder : public WindowHolder {
   bool Refresh() override;
   bool CloseTab() override;
   bool CloseByKeys() override;
+  bool IsTab() const override { return true; }
+  bool Navigate(std::string_view url) override;
+  std::unique_ptr<WindowHolder> OpenTab(std::string_view url) override;
   IUnknown* Surface() const override { return browser_.Get(); }
 
+ protected:
   /// @return the browser object; null in an invalid holder.
-  IWebBrowser2* Browser() const { return browser_.Get(); }
+  IWebBrowser2* browser() const { return browser_.Get(); }
 
  private:
   /// @return the browser, null when there is none or it does not answer.
@@ -93,6 +110,7 @@ class IeBasedTabHolder : public TabBrowserHolder {
   bool BringToTop() override;
   bool CloseTab() override;
   bool CloseWindow() override;
+  std::unique_ptr<WindowHolder> OpenTab(std::string_view url) override;
 
  private:
   HWND tab_window_;
@@ -116,4 +134,4 @@ class ModalDialogHolder : public WindowHolder {
   HWND dialog_window_;
 };
 
-}  // namespace quillmate::session
+}  // namespace quillmate

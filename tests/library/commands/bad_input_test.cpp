@@ -21,7 +21,7 @@ struct Command {
 const std::vector<Command> kCommands = {
 #define QUILLMATE_COMMAND(name, function, failure, ...) {#name, {__VA_ARGS__}},
 #define QUILLMATE_SAME_COMMAND(name, same, ...) {#name, {__VA_ARGS__}},
-#include "api/command_list.inc"
+#include "command_list.inc"
 };
 
 const char kGeneral[] = "Parameter verification failed!";

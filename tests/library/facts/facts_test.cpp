@@ -6,7 +6,6 @@
 
 #include "com/apartment.h"
 #include "com/encoding.h"
-#include "com/type_library.h"
 #include "facts/fact.h"
 #include "support/browser.h"
 #include "support/page_server.h"
@@ -45,6 +44,14 @@ const ModeName kModes[] = {
     {k10, "<!DOCTYPE html><html><head><meta http-equiv='X-UA-Compatible' content='IE=10'>"},
     {k11, "<!DOCTYPE html><html><head>"},
 };
+
+ComPtr<ITypeLib> LoadPageTypeLibrary() {
+  // {3050F1C5-98B5-11CF-BB82-00AA00BDCE0B}
+  constexpr GUID kMshtml = {0x3050F1C5, 0x98B5, 0x11CF, {0xBB, 0x82, 0x00, 0xAA, 0x00, 0xBD, 0xCE, 0x0B}};
+  ComPtr<ITypeLib> library;
+  LoadRegTypeLib(kMshtml, 4, 0, LOCALE_NEUTRAL, library.GetAddressOf());
+  return library;
+}
 
 template <class T>
 ComPtr<T> ObjectOf(HWND server) {
@@ -102,7 +109,8 @@ std::string Ask(const Fact& fact, const Page& page) {
 
 TEST(Facts, HoldInTheirModes) {
   const quillmate::com::Apartment apartment;
-  quillmate::com::HoldTypeLibrary();
+  // Kept loaded, or some systems read it again for each object.
+  const auto type_library = LoadPageTypeLibrary();
   PageServer server;
   PageServer other_origin;
   const std::string inner = server.Page("/inner", "<!DOCTYPE html><title>inside</title>");

@@ -3,7 +3,7 @@
 
 #include <gtest/gtest.h>
 
-using quillmate::api::CommandParams;
+using quillmate::CommandParams;
 
 TEST(CommandParams, ReadsStringMembersOnly) {
   struct Case {

@@ -7,9 +7,9 @@
 
 namespace {
 
-using namespace quillmate::api;
+using namespace quillmate;
 
-JsonPtr Parsed(const char* json) { return JsonPtr(cJSON_Parse(json)); }
+com::JsonPtr Parsed(const char* json) { return com::JsonPtr(cJSON_Parse(json)); }
 
 TEST(Envelope, PrintsMembersInOrder) {
   struct Case {
@@ -24,9 +24,9 @@ TEST(Envelope, PrintsMembersInOrder) {
       {Text("a\"\\\n\x01"), "{\n\t\"success\":\ttrue,\n\t\"result\":\t\"a\\\"\\\\\\n\\u0001\"\n}"},
       // Bytes of the ANSI code page leave as they are, valid UTF-8 or not.
       {Text("\xc8\xb7\xb6\xa8"), "{\n\t\"success\":\ttrue,\n\t\"result\":\t\"\xc8\xb7\xb6\xa8\"\n}"},
-      {Number(true, -2'147'483'647 - 1), "{\n\t\"success\":\ttrue,\n\t\"result\":\t-2147483648\n}"},
-      {Boolean(true, false), "{\n\t\"success\":\ttrue,\n\t\"result\":\tfalse\n}"},
-      {Boolean(false, true, "why"),
+      {Number(-2'147'483'647 - 1), "{\n\t\"success\":\ttrue,\n\t\"result\":\t-2147483648\n}"},
+      {Boolean(false), "{\n\t\"success\":\ttrue,\n\t\"result\":\tfalse\n}"},
+      {Result(false, true, "why"),
        "{\n\t\"success\":\tfalse,\n\t\"result\":\ttrue,\n\t\"log\":\t\"why\"\n}"},
       {Structured(Parsed("[[\"a\"], 1]")), "{\n\t\"success\":\ttrue,\n\t\"result\":\t[[\"a\"], 1]\n}"},
   };
@@ -37,7 +37,7 @@ TEST(Envelope, GroupsDoNotFreeEachOther) {
   ResultBuffers buffers;
   const char* text = buffers.Store(Text("kept"));
   buffers.Store(Fail("other group"));
-  buffers.Store(Number(true, 7));
+  buffers.Store(Number(7));
   EXPECT_NE(std::string(text).find("kept"), std::string::npos);
   const char* flag = buffers.Store(Done());
   buffers.Store(Structured(Parsed("{}")));

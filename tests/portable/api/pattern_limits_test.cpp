@@ -18,10 +18,10 @@
 
 namespace {
 
-using quillmate::api::kPatternCount;
-using quillmate::api::Matches;
-using quillmate::api::Pattern;
-using quillmate::api::PublishedSpelling;
+using quillmate::kPatternCount;
+using quillmate::Matches;
+using quillmate::Pattern;
+using quillmate::PublishedSpelling;
 
 constexpr size_t kLongest = 65'535;
 #ifdef _WIN32

@@ -12,10 +12,10 @@
 namespace {
 
 using namespace std::string_literals;
-using quillmate::api::kPatternCount;
-using quillmate::api::Matches;
-using quillmate::api::Pattern;
-using quillmate::api::PublishedSpelling;
+using quillmate::kPatternCount;
+using quillmate::Matches;
+using quillmate::Pattern;
+using quillmate::PublishedSpelling;
 
 /// What texts are put together from: every literal of the expressions, whole and broken, and the bytes that
 /// matchers disagree about (line breaks, form feed, NUL, bytes that are negative as a char).

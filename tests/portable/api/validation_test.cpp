@@ -8,7 +8,7 @@
 
 namespace {
 
-using namespace quillmate::api;
+using namespace quillmate;
 
 struct Row {
   bool (*check)(std::string_view);

@@ -3,7 +3,7 @@
 
 #include <gtest/gtest.h>
 
-namespace quillmate::input {
+namespace quillmate {
 namespace {
 
 TEST(SplitKeySequence, HasNoEscapesAndNoNesting) {
@@ -44,4 +44,4 @@ TEST(ToUpperAscii, LeavesBytesOfOtherAlphabetsAlone) {
 }
 
 }  // namespace
-}  // namespace quillmate::input
+}  // namespace quillmate

@@ -8,7 +8,7 @@
 #include <random>
 #include <vector>
 
-namespace quillmate::input {
+namespace quillmate {
 namespace {
 
 constexpr int kIntMax = std::numeric_limits<int>::max();
@@ -172,4 +172,4 @@ TEST(AbsoluteCoordinate, MapsTheScreenOntoItsRange) {
 }
 
 }  // namespace
-}  // namespace quillmate::input
+}  // namespace quillmate

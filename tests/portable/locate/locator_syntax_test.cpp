@@ -3,7 +3,7 @@
 
 #include <gtest/gtest.h>
 
-namespace quillmate::locate {
+namespace quillmate {
 namespace {
 
 using Source = Predicate::Source;
@@ -105,4 +105,4 @@ TEST(ParseSelector, TellsPositionsFromPredicates) {
 }
 
 }  // namespace
-}  // namespace quillmate::locate
+}  // namespace quillmate

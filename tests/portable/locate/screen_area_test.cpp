@@ -3,7 +3,7 @@
 
 #include <gtest/gtest.h>
 
-namespace quillmate::locate {
+namespace quillmate {
 namespace {
 
 TEST(ScreenArea, TwoPixelsOutsideAreForgivenThreeAreNot) {
@@ -41,4 +41,4 @@ TEST(ScreenArea, NestedFramesAddTheirOffsetsAndMeetTheirViews) {
 }
 
 }  // namespace
-}  // namespace quillmate::locate
+}  // namespace quillmate

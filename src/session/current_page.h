@@ -1,0 +1,25 @@
+// From the session's target to the document that page commands act on.
+#pragma once
+
+#include <windows.h>
+#include <mshtml.h>
+
+#include "api/result.h"
+#include "com/com_ptr.h"
+#include "session/session.h"
+
+namespace quillmate {
+
+/// Walks from the current target's top document down the selected frame path, afresh on every call: a frame
+/// that was reloaded is found again.
+/// @return the document; null when nothing is selected or a frame of the path is not there.
+com::ComPtr<IHTMLDocument2> GetFrameDocument(Session& session);
+
+/// Whether a surface is selected, is valid and has a top document.
+bool IsTargetUsable(Session& session);
+
+/// Checks that the current target can be used for an element, and brings it to the top.
+/// @return the current frame's document, "Element not found!" or "Switch tab failed!".
+OrFailure<com::ComPtr<IHTMLDocument2>> BringPageToTop(Session& session, IHTMLElement* element);
+
+}  // namespace quillmate
