@@ -15,16 +15,13 @@ namespace quillmate {
 namespace {
 
 // What is global, all of it:
-// - here, the session and the result buffers, which outlive a command, and the lock and flag that guard them.
-// The
-//   session is passed to every command; no other function looks it up.
+// - Here: the session and the result buffers, which outlive a command, and the lock and flag that guard them.
+//   The session is passed to every command; no other function looks it up.
 // - com/worker.cpp: the token of the call being waited for, and the objects of calls that were given up. A
-// worker
-//   outlives its command and therefore the session's reach.
-// - once per thread: the apartment of a host's thread (below).
-// - loaded once and kept: the MSHTML type library (session/browser_objects.cpp), GDI+ (capture/picture.cpp)
-// and the
-//   compiled patterns (api/patterns.cpp).
+//   worker outlives its command and therefore the session's reach.
+// - Once per thread: the apartment of a host's thread (below).
+// - Loaded once and kept: the MSHTML type library (session/browser_objects.cpp), GDI+ (capture/picture.cpp) and
+//   the compiled patterns (api/patterns.cpp).
 std::recursive_mutex command_lock;
 bool command_is_running = false;
 ResultBuffers result_buffers;

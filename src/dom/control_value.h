@@ -20,8 +20,7 @@ ControlKind ControlKindOf(std::wstring_view tag);
 std::optional<ControlKind> ReadControlKind(IHTMLElement* element);
 
 /// @return the control's current value; of another element the "value" attribute, empty when it has none.
-/// Nothing when
-///         a call failed.
+/// Nothing when a call failed.
 std::optional<com::Bstr> ReadValue(IHTMLElement* element, ControlKind kind);
 
 /// Writes an input's or text area's own value.

@@ -13,8 +13,7 @@ namespace quillmate {
 
 /// Evaluates a path such as //div[@class='list']/a[2].
 /// @return at least one element in the order of the branches, or a message that names the step at which the
-/// branch
-///         that got furthest failed.
+/// branch that got furthest failed.
 OrFailure<Elements> EvaluatePath(IHTMLDocument2* document, std::string_view path, Wanted wanted);
 
 }  // namespace quillmate

@@ -26,8 +26,7 @@ TEST(Envelope, PrintsMembersInOrder) {
       {Text("\xc8\xb7\xb6\xa8"), "{\n\t\"success\":\ttrue,\n\t\"result\":\t\"\xc8\xb7\xb6\xa8\"\n}"},
       {Number(-2'147'483'647 - 1), "{\n\t\"success\":\ttrue,\n\t\"result\":\t-2147483648\n}"},
       {Boolean(false), "{\n\t\"success\":\ttrue,\n\t\"result\":\tfalse\n}"},
-      {Result(false, true, "why"),
-       "{\n\t\"success\":\tfalse,\n\t\"result\":\ttrue,\n\t\"log\":\t\"why\"\n}"},
+      {Result(false, true, "why"), "{\n\t\"success\":\tfalse,\n\t\"result\":\ttrue,\n\t\"log\":\t\"why\"\n}"},
       {Structured(Parsed("[[\"a\"], 1]")), "{\n\t\"success\":\ttrue,\n\t\"result\":\t[[\"a\"], 1]\n}"},
   };
   for (Case& c : cases) EXPECT_STREQ(PrintEnvelope(std::move(c.result)).get(), c.text);
