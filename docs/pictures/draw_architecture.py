@@ -8,13 +8,13 @@ import pathlib
 
 WIDTH, ROW, GAP, LEFT, TOP = 860, 50, 8, 20, 70
 LAYERS = [
-    ("exports", "one exported function a command, made from the list of commands"),
+    ("exports", "one exported function a command; the frame around every command"),
     ("commands", "check the parameters, then act: one function a command"),
-    ("page", "selected frames, positions on the screen, actions on elements, tables, pictures"),
-    ("windows", "browser windows, tabs and dialogs; the session with its selected surface"),
-    ("search and input", "locators in one document; keys and mouse"),
-    ("checks and results", "messages, patterns, parameters, the envelope"),
-    ("COM", "owning types, text conversion, time limits, workers"),
+    ("actions", "elements: found, measured on the screen, acted on; tables, pictures"),
+    ("session", "browser windows, tabs and dialogs; what is selected and remembered"),
+    ("hands and search", "keys and mouse; locators in one document"),
+    ("checks", "messages, patterns, parameters, the three members of a result"),
+    ("plumbing", "COM: owning types, text conversion, time limits, workers"),
 ]
 INK, LINE, FILL, ACCENT = "#1b1f24", "#8c959f", "#f6f8fa", "#0969da"
 
