@@ -12,9 +12,8 @@
 namespace quillmate::player {
 
 /// Takes a picture of the browser into the report's folder.
-/// @return what went wrong; empty when the file shows the browser. There may be a file in any case: one of
-/// the
-///   whole screen, where the browser is lost.
+/// @return what went wrong; empty when the file shows the browser. When the browser is lost, the file may
+///   show the whole screen.
 using PictureTaker = std::function<std::string(const std::string& file_name)>;
 
 /// Writes `report.html` into a folder while the run goes on. The page stands on its own, pictures included,

@@ -29,9 +29,9 @@ struct Result {
 
   Result(bool command_success, Value command_value, std::string message)
       : success(command_success), value(std::move(command_value)), log(std::move(message)) {}
-  /// A failed step is a failed command: "success" false, "result" 0, the message as "log".
-  Result(Failure failure)  // NOLINT(google-explicit-constructor): `return step.error();` reads as it is meant
-      : success(false), value(std::int32_t{0}), log(std::move(failure.message)) {}
+  /// A failed step is a failed command: "success" false, "result" 0, the message as "log". Deliberate: a
+  /// conversion, so that commands can `return step.error();`.
+  Result(Failure failure) : success(false), value(std::int32_t{0}), log(std::move(failure.message)) {}
 
   bool success;
   Value value;

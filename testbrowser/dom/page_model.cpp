@@ -2,10 +2,10 @@
 
 #include <algorithm>
 
+#include "dom/document_object.h"
 #include "dom/frame_browser.h"
 #include "dom/object.h"
 #include "dom/window.h"
-#include "dom/document_object.h"
 
 namespace testbrowser::dom {
 namespace {

@@ -1,7 +1,7 @@
 #include "dom/type_libraries.h"
 
-#include <mshtml.h>
 #include <exdisp.h>
+#include <mshtml.h>
 #include <array>
 #include <map>
 

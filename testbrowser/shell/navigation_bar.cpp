@@ -1,7 +1,7 @@
 #include "shell/navigation_bar.h"
 
-#include <windowsx.h>
 #include <oleacc.h>
+#include <windowsx.h>
 #include <algorithm>
 
 #include "shell/frame.h"

@@ -1,8 +1,8 @@
 // Pages made with real front-end libraries: grids, drags of both kinds, a calendar, a validated form. Each
 // page writes down what reached it.
-#include <gtest/gtest.h>
 #include <windows.h>
 #include <cJSON.h>
+#include <gtest/gtest.h>
 
 #include <memory>
 #include <string>

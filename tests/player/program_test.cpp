@@ -1,7 +1,7 @@
 // quillmate-play.exe as its callers see it: what it prints and how it exits, in the code page that the test
 // runs in.
-#include <gtest/gtest.h>
 #include <windows.h>
+#include <gtest/gtest.h>
 
 #include <array>
 #include <filesystem>

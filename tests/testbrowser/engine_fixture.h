@@ -1,8 +1,8 @@
 // What tests of the engine share: one Chromium, pages from texts, and a listener that remembers.
 #pragma once
 
-#include <gtest/gtest.h>
 #include <functional>
+#include <gtest/gtest.h>
 #include <memory>
 #include <string>
 #include <vector>

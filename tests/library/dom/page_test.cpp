@@ -1,7 +1,7 @@
 // Finding elements, walking frames, reading, clicking and running scripts on one page, and what is left when
 // the page hangs or its browser is killed.
-#include <gtest/gtest.h>
 #include <filesystem>
+#include <gtest/gtest.h>
 #include <memory>
 
 #include "com/encoding.h"

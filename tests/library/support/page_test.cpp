@@ -1,8 +1,8 @@
 // The shared browser and the recorder.
 #include "support/page_test.h"
 
-#include <cJSON.h>
 #include <windows.h>
+#include <cJSON.h>
 
 namespace quillmate::test {
 namespace {

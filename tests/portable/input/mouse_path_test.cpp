@@ -1,9 +1,9 @@
 // Holds the pointer's path to its promises, in a world whose clock, random numbers and pauses the test owns.
 #include "input/mouse_path.h"
 
-#include <gtest/gtest.h>
 #include <cmath>
 #include <cstdlib>
+#include <gtest/gtest.h>
 #include <limits>
 #include <random>
 #include <vector>
