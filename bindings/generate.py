@@ -114,25 +114,42 @@ def node_name(name):
     return re.sub(r"[-_](\w)", lambda m: m[1].upper(), name)
 
 
-def node_method(command):
+def split(command):
+    """The parameters that go without a name, and the rest."""
     given = in_order(command)
-    needed = [p for p in given if not p.may_be_empty]
-    optional = [p for p in given if p.may_be_empty]
+    plain = [p for i, p in enumerate(given)
+             if not p.may_be_empty or p.name == "value" or i == 0]
+    return plain, [p for p in given if p not in plain]
+
+
+def node_comment(command):
+    plain, named = split(command)
+    yield command.summary
+    for parameter in plain:
+        yield f"@param {node_name(parameter.name)} {parameter.meaning} ({parameter.shape})"
+    for parameter in named:
+        yield f"@param options.{node_name(parameter.name)} {parameter.meaning} ({parameter.shape})"
+    yield "@param options.timeOut milliseconds that the call may take."
+    if command.result:
+        yield f"@returns {command.result}"
+    if command.notes:
+        yield "@remarks " + " ".join(command.notes)
+
+
+def node_method(command):
+    plain, named = split(command)
     hint = {"pair": "Pair", "switch": "Switch", "text": "string"}
-    signature = [f"{node_name(p.name)}: {hint[kind_of(p)]}" for p in needed]
-    fields = "".join(f"{node_name(p.name)}?: {hint[kind_of(p)]}; " for p in optional)
-    signature.append(f"options: {{ {fields}timeOut?: number }} = {{}}")
-    arguments = ", ".join([f'"{p.name}": {node_name(p.name)}' for p in needed] +
-                          [f'"{p.name}": options.{node_name(p.name)}' for p in optional])
-    lines = [re.sub(r"^\{(.+?)\}", lambda m: "@param " + node_name(m[1]) + " -", s) if s.startswith("{") else s
-             for s in sentences(command) if not s.startswith("{") or s[1:s.index("}")] in {p.name for p in needed}]
-    lines += [f"`options.{node_name(p.name)}`: {p.meaning} ({p.shape})" for p in optional]
-    doc = "\n".join(wrapped(line.replace("*/", "* /"), "   * ") for line in lines)
+    signature = [f"{node_name(p.name)}{'?' if p.may_be_empty else ''}: {hint[kind_of(p)]}" for p in plain]
+    fields = "".join(f"{node_name(p.name)}?: {hint[kind_of(p)]} | undefined; " for p in named)
+    signature.append(f"options: {{ {fields}timeOut?: number | undefined }} = {{}}")
+    arguments = ", ".join([f'"{p.name}": {node_name(p.name)}' for p in plain] +
+                          [f'"{p.name}": options.{node_name(p.name)}' for p in named])
+    doc = "\n".join(wrapped(line, "   * ") for line in node_comment(command))
     result = NODE_RESULTS[command.result_kind]
-    call = f'this.call("{command.name}", {{ {arguments} }}, options.timeOut)'
+    call = f'this.call("{command.name}", {{ {arguments} }}, options.timeOut)'.replace("{  }", "{}")
     body = f"await {call};" if result == "void" else f"return (await {call}) as {result};"
-    return (f"  /**\n{doc}\n   */\n  async {command.name}({', '.join(signature)}): Promise<{result}> {{\n"
-            f"    {body}\n  }}\n")
+    text = f"  async {command.name}({', '.join(signature)}): Promise<{result}> {{\n    {body}\n  }}\n"
+    return f"  /**\n{doc}\n   */\n{text}"
 
 
 def node_file(found):
@@ -148,16 +165,21 @@ def node_file(found):
             + "\n".join(map(node_method, found)) + "}\n")
 
 
-def version_file():
-    version = re.search(r'#define QUILLMATE_VERSION "(.*)"', HEADER.read_text(encoding="utf-8"))[1]
-    return f'VERSION = "{version}"\n'
+def version():
+    return re.search(r'#define QUILLMATE_VERSION "(.*)"', HEADER.read_text(encoding="utf-8"))[1]
+
+
+def package_file():
+    package = (HERE / "node/package.json").read_text(encoding="utf-8")
+    return re.sub(r'"version": ".*?"', f'"version": "{version()}"', package, count=1)
 
 
 def main():
     found = commands()
     differing = []
     for path, text in ((HERE / "python/quillmate/_commands.py", python_file(found)),
-                       (HERE / "python/quillmate/_version.py", version_file()),
+                       (HERE / "python/quillmate/_version.py", f'VERSION = "{version()}"\n'),
+                       (HERE / "node/package.json", package_file()),
                        (HERE / "node/src/commands.ts", node_file(found))):
         if path.exists() and path.read_text(encoding="utf-8") == text:
             continue
