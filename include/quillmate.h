@@ -507,7 +507,7 @@ QUILLMATE_API const char* quillmate_click(const char* parameters);
  * Fails with:
  * - element check: "target" is no element locator.
  * - general check: "value" is longer than 65,535 bytes.
- * - "Element not found!": no element matches, whatever the form of the locator, or the element is gone.
+ * - "Element not found!": no element matches, or it is gone. A path's failing step is not named.
  * - "Switch tab failed!": the tab or its window cannot be brought to the front.
  * - "Send keys failed!": the page does not let the focus go to the field within three seconds.
  * - "Set attribute failed!": the page refuses the value.
@@ -527,7 +527,7 @@ QUILLMATE_API const char* quillmate_type_m(const char* parameters);
  * Fails with:
  * - element check: "target" is no element locator.
  * - general check: "value" is longer than 65,535 bytes.
- * - "Element not found!": no element matches, whatever the form of the locator, or the element is gone.
+ * - "Element not found!": no element matches, or it is gone. A path's failing step is not named.
  * - "Switch tab failed!": the tab or its window cannot be brought to the front.
  * - "Send keys failed!": the page does not let the focus go to the field within three seconds.
  * - "Set attribute failed!": the page refuses the value.
@@ -559,7 +559,7 @@ QUILLMATE_API const char* quillmate_append(const char* parameters);
  * Result: success.
  * Fails with:
  * - element check: "target" is no element locator.
- * - "Element not found!": no element matches, whatever the form of the locator.
+ * - "Element not found!": no element matches. A path's failing step is not named.
  * - "Failed to clear the edit box!": the page refuses.
  * Note: Sets the value to the empty text, then sends Ctrl+A and Delete. Whether the keys arrive makes no
  *   difference to the result.
@@ -618,7 +618,7 @@ QUILLMATE_API const char* quillmate_deselect(const char* parameters);
  * Fails with:
  * - element check: "target" is no element locator.
  * - general check: "value" is longer than 65,535 bytes.
- * - "Element not found!": no element matches, whatever the form of the locator.
+ * - "Element not found!": no element matches. A path's failing step is not named.
  * - "Get attribute failed!": the element has no such attribute.
  * Note: Booleans, numbers, "class", "style" and "href" have texts, too.
  * Note: "value" names the initial value of a field, not what the field holds now. Read that with
@@ -785,7 +785,7 @@ QUILLMATE_API const char* quillmate_clickonalertdialog(const char* parameters);
  * Fails with:
  * - element check: "target" is no element locator.
  * - general check: "value" is longer than 65,535 bytes.
- * - "Element not found!": no element matches, whatever the form of the locator, or the element is gone.
+ * - "Element not found!": no element matches, or it is gone. A path's failing step is not named.
  * - "Switch tab failed!": the tab or its window cannot be brought to the front.
  * - "Send keys failed!": the sequence holds an unknown key name, or the page does not let the focus go to
  *   the element within three seconds.

@@ -1,5 +1,6 @@
 /* A host in C that links the import library: opens a page, prints the text of its element "greeting", and
- * closes the browser. usage: linked ADDRESS */
+ * closes the browser.
+ * usage: linked ADDRESS */
 #include <stdio.h>
 #include <string.h>
 

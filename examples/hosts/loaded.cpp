@@ -1,5 +1,6 @@
 // A host in C++ that loads the library at run time: opens a page, prints the text of its element "greeting",
-// and closes the browser. usage: loaded LIBRARY ADDRESS
+// and closes the browser.
+// usage: loaded LIBRARY ADDRESS
 #include <windows.h>
 
 #include <cstdio>

@@ -1,6 +1,7 @@
 // A host with a window that keeps painting while a command waits: the commands run on a worker thread, one
 // after the other, and post their answers to the window. The page adds its element "late" three seconds after
-// it was loaded. usage: window ADDRESS   prints the answers and how often the window was painted meanwhile
+// it was loaded.
+// usage: window ADDRESS   prints the answers and how often the window was painted meanwhile
 #include <windows.h>
 
 #include <cstdio>
