@@ -60,18 +60,6 @@ JsonPtr EncodeVariant(const VARIANT& value) {
   }
 }
 
-JsonPtr EncodeArray(SAFEARRAY* array) {
-  JsonPtr list = JsonArray();
-  VARIANT* items = nullptr;
-  if (array == nullptr || FAILED(SafeArrayAccessData(array, reinterpret_cast<void**>(&items)))) return list;
-  for (ULONG i = 0; i < array->rgsabound[0].cElements; ++i) {
-    JsonPtr item = EncodeVariant(items[i]);
-    cJSON_AddItemToArray(list.get(), item != nullptr ? item.release() : cJSON_CreateNull());
-  }
-  SafeArrayUnaccessData(array);
-  return list;
-}
-
 struct Encoder {
   JsonPtr operator()(std::wstring_view text) const { return engine::JsonText(quillmate::com::ToUtf8(text)); }
   JsonPtr operator()(double number) const { return engine::JsonNumber(number); }
@@ -80,7 +68,6 @@ struct Encoder {
     return value != nullptr ? EncodeVariant(*value) : Missing();
   }
   JsonPtr operator()(IUnknown* object) const { return EncodeObject(object); }
-  JsonPtr operator()(SAFEARRAY* array) const { return EncodeArray(array); }
 };
 
 BSTR NewText(std::string_view utf8) {

@@ -13,7 +13,7 @@
 namespace testbrowser::dom {
 
 /// One argument, not owned.
-using Argument = std::variant<std::wstring_view, double, bool, const VARIANT*, IUnknown*, SAFEARRAY*>;
+using Argument = std::variant<std::wstring_view, double, bool, const VARIANT*, IUnknown*>;
 
 inline std::wstring_view TextOf(BSTR text) { return {text != nullptr ? text : L"", SysStringLen(text)}; }
 

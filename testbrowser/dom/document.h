@@ -31,9 +31,6 @@ std::vector<std::string> AgentScripts();
 quillmate::com::ComPtr<IHTMLDocument2> ContainerDocument(std::shared_ptr<engine::Page> page,
                                                          BrowserSite* site);
 
-/// The window of the page's top document.
-quillmate::com::ComPtr<IHTMLWindow2> TopWindow(std::shared_ptr<engine::Page> page, BrowserSite* site);
-
 /// Tells a page's objects that its site is no more.
 void ForgetSite(const engine::Page& page);
 

@@ -2,9 +2,13 @@
 
 #include <algorithm>
 #include <array>
+#include <string>
 
 namespace testbrowser::dom {
 namespace {
+
+// The page of a failed navigation, followed by the address that was asked for.
+const std::string kErrorPage = "res://ieframe.dll/dnserrordiagoff.htm#";
 
 // The members that give the document's window (the collection of frames is the window too).
 constexpr std::array<std::string_view, 5> kWindowMembers = {
@@ -22,6 +26,9 @@ void* Document::OtherInterface(REFIID iid) {
 
 HRESULT Document::Forward(std::string_view member, const std::vector<Argument>& arguments,
                           ResultPlace result) {
+  if (member == "IHTMLDocument2.get_URL" && model().page().ShowsErrorPage(target().frame)) {
+    return PutValue(engine::JsonText(kErrorPage + model().page().FrameUrl(target().frame)).get(), result);
+  }
   if (std::ranges::find(kWindowMembers, member) == kWindowMembers.end()) {
     return Object::Forward(member, arguments, result);
   }

@@ -1,7 +1,5 @@
 #include "dom/enumerator.h"
 
-#include <algorithm>
-
 namespace testbrowser::dom {
 
 HRESULT Enumerator::Next(ULONG count, VARIANT* values, ULONG* fetched) {
@@ -20,27 +18,6 @@ HRESULT Enumerator::Next(ULONG count, VARIANT* values, ULONG* fetched) {
   position_ += static_cast<int>(got);
   if (fetched != nullptr) *fetched = got;
   return got == count ? S_OK : S_FALSE;
-}
-
-HRESULT Enumerator::Skip(ULONG count) {
-  const Reply reply =
-      collection_->model().Call(collection_->target(), "Collection.count", engine::JsonArray());
-  if (FAILED(reply.result)) return reply.result;
-  const int length = cJSON_IsNumber(reply.value()) ? reply.value()->valueint : 0;
-  const int wanted = position_ + static_cast<int>(count);
-  position_ = std::min(wanted, length);
-  return wanted <= length ? S_OK : S_FALSE;
-}
-
-HRESULT Enumerator::Reset() {
-  position_ = 0;
-  return S_OK;
-}
-
-HRESULT Enumerator::Clone(IEnumVARIANT** copy) {
-  if (copy == nullptr) return E_POINTER;
-  *copy = MakeObject<Enumerator>(collection_, position_).Detach();
-  return S_OK;
 }
 
 }  // namespace testbrowser::dom

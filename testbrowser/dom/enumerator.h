@@ -9,17 +9,13 @@ namespace testbrowser::dom {
 
 class Enumerator : public ComObject<IEnumVARIANTStub> {
  public:
-  explicit Enumerator(quillmate::com::ComPtr<Object> collection, int position = 0)
-      : collection_(std::move(collection)), position_(position) {}
+  explicit Enumerator(quillmate::com::ComPtr<Object> collection) : collection_(std::move(collection)) {}
 
   HRESULT STDMETHODCALLTYPE Next(ULONG count, VARIANT* values, ULONG* fetched) override;
-  HRESULT STDMETHODCALLTYPE Skip(ULONG count) override;
-  HRESULT STDMETHODCALLTYPE Reset() override;
-  HRESULT STDMETHODCALLTYPE Clone(IEnumVARIANT** copy) override;
 
  private:
   quillmate::com::ComPtr<Object> collection_;
-  int position_;
+  int position_ = 0;
 };
 
 }  // namespace testbrowser::dom

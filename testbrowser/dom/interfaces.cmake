@@ -1,13 +1,8 @@
 # The interfaces of a page's objects whose methods the in-page agent answers.
 set(TESTBROWSER_PAGE_INTERFACES
-  IHTMLDocument2 IHTMLDocument3 IHTMLDocument4 IHTMLDocument5 IHTMLDocument6 IHTMLDocument7 IDocumentEvent
-  IHTMLWindow2 IHTMLWindow3 IHTMLWindow4 IHTMLWindow5 IHTMLWindow6 IHTMLLocation
-  IHTMLElement IHTMLElement2 IHTMLElement3 IHTMLElement4 IHTMLElement5 IHTMLElement6 IHTMLUniqueName
-  IHTMLDOMNode IHTMLDOMNode2 IHTMLDOMTextNode IHTMLCommentElement IHTMLDOMAttribute IHTMLDOMAttribute2
-  IHTMLElementCollection IHTMLElementCollection2 IHTMLDOMChildrenCollection IHTMLAttributeCollection
-  IHTMLRect IHTMLRectCollection IHTMLStyle IHTMLCurrentStyle IHTMLEventObj IDOMEvent IEventTarget
-  IHTMLAnchorElement IHTMLBodyElement IHTMLButtonElement IHTMLFormElement IHTMLImgElement IHTMLInputElement
-  IHTMLInputTextElement IHTMLLabelElement IHTMLOptionElement IHTMLScriptElement IHTMLSelectElement
-  IHTMLTextAreaElement IHTMLTable IHTMLTable2 IHTMLTableSection IHTMLTableRow IHTMLTableCell
-  IHTMLFrameBase IHTMLFrameBase2 IHTMLFrameBase3 IHTMLFrameElement IHTMLFrameElement3 IHTMLIFrameElement
-  IHTMLIFrameElement3)
+  IHTMLDocument2 IHTMLDocument3 IHTMLDocument5 IHTMLDocument6 IHTMLDocument7 IDocumentEvent
+  IHTMLWindow2 IHTMLWindow3
+  IHTMLElement IHTMLElement2 IHTMLElement3 IHTMLElement4 IHTMLElement6 IHTMLDOMAttribute
+  IHTMLElementCollection IHTMLRect IHTMLStyle IHTMLCurrentStyle IDOMEvent IEventTarget
+  IHTMLButtonElement IHTMLFrameBase IHTMLFrameBase2 IHTMLInputElement IHTMLOptionElement IHTMLSelectElement
+  IHTMLTable IHTMLTableRow IHTMLTextAreaElement)

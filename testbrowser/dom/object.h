@@ -57,9 +57,9 @@ class Object : public IDispatchEx {
   HRESULT STDMETHODCALLTYPE DeleteMemberByName(BSTR, DWORD) override { return E_NOTIMPL; }
   HRESULT STDMETHODCALLTYPE DeleteMemberByDispID(DISPID) override { return E_NOTIMPL; }
   HRESULT STDMETHODCALLTYPE GetMemberProperties(DISPID, DWORD, DWORD*) override { return E_NOTIMPL; }
-  HRESULT STDMETHODCALLTYPE GetMemberName(DISPID id, BSTR* name) override;
+  HRESULT STDMETHODCALLTYPE GetMemberName(DISPID, BSTR*) override { return E_NOTIMPL; }
   HRESULT STDMETHODCALLTYPE GetNextDispID(DWORD, DISPID, DISPID*) override { return E_NOTIMPL; }
-  HRESULT STDMETHODCALLTYPE GetNameSpaceParent(IUnknown** parent) override;
+  HRESULT STDMETHODCALLTYPE GetNameSpaceParent(IUnknown**) override { return E_NOTIMPL; }
 
  protected:
   virtual ~Object();
@@ -71,7 +71,8 @@ class Object : public IDispatchEx {
   FacetBase& FacetFor(const FacetType& type);
   const FacetType* FacetWith(REFIID iid) const;
   std::vector<const FacetType*> Facets() const;
-  bool WantsFunction(const TypedMember& member, WORD flags, const DISPPARAMS& parameters) const;
+  bool HasOwnNumbers() const;
+  DISPID TypedNumber(DISPID member) const;
   HRESULT InvokeScript(std::wstring_view name, WORD flags, const DISPPARAMS& parameters, VARIANT* result,
                        EXCEPINFO* exception);
 

@@ -16,8 +16,6 @@ using quillmate::com::Bstr;
 using quillmate::com::ComPtr;
 using quillmate::com::ToUtf8;
 
-constexpr WORD kCallOrGet = DISPATCH_METHOD | DISPATCH_PROPERTYGET;
-
 void FillException(const Reply& reply, EXCEPINFO* exception) {
   if (exception == nullptr) return;
   *exception = {};
@@ -80,36 +78,26 @@ HRESULT Object::GetDispID(BSTR name, DWORD flags, DISPID* id) {
   const bool case_sensitive = (flags & fdexNameCaseInsensitive) == 0;
   for (const FacetType* type : Facets()) {
     *id = FindTypedMember(*type, name);
-    if (*id != DISPID_UNKNOWN) return S_OK;
+    if (*id == DISPID_UNKNOWN) continue;
+    if (HasOwnNumbers()) *id = OwnNumberOf(kind_.name, *id);
+    return S_OK;
   }
-  const Reply reply = model_->Call(
-      target_, "Script.find", EncodeArguments({TextOf(name), case_sensitive, (flags & fdexNameEnsure) != 0}));
+  const Reply reply = model_->Call(target_, "Script.find", EncodeArguments({TextOf(name), case_sensitive}));
   if (FAILED(reply.result)) return reply.result;
   if (!cJSON_IsString(reply.value())) return DISP_E_UNKNOWNNAME;
   *id = NumberOfName(quillmate::com::FromUtf8(cJSON_GetStringValue(reply.value())));
   return S_OK;
 }
 
-HRESULT Object::GetMemberName(DISPID id, BSTR* name) {
-  if (name == nullptr) return E_POINTER;
-  *name = nullptr;
-  if (const auto script_name = NameOfNumber(id)) {
-    *name = Bstr(*script_name).release();
-    return S_OK;
-  }
-  for (const FacetType* type : Facets()) {
-    const auto& members = TypedMembers(*type);
-    UINT count = 0;
-    if (const auto member = members.find(id); member != members.end())
-      return member->second.info->GetNames(id, name, 1, &count);
-  }
-  return DISP_E_MEMBERNOTFOUND;
+// From mode 9 on each type of element numbers its members anew: a caller that goes by the type library's
+// constants finds nothing.
+bool Object::HasOwnNumbers() const {
+  return kind_.name.starts_with("element") && model_->ModeOf(target_) >= 9;
 }
 
-HRESULT Object::GetNameSpaceParent(IUnknown** parent) {
-  if (parent == nullptr) return E_POINTER;
-  *parent = nullptr;
-  return E_NOTIMPL;
+DISPID Object::TypedNumber(DISPID member) const {
+  if (!HasOwnNumbers() || member == DISPID_VALUE || member == DISPID_NEWENUM) return member;
+  return TypedNumberOf(kind_.name, member).value_or(DISPID_UNKNOWN);
 }
 
 HRESULT Object::Invoke(DISPID member, REFIID, LCID, WORD flags, DISPPARAMS* parameters, VARIANT* result,
@@ -119,27 +107,16 @@ HRESULT Object::Invoke(DISPID member, REFIID, LCID, WORD flags, DISPPARAMS* para
   const ComPtr<Object> alive(this);
   if (const auto name = NameOfNumber(member))
     return InvokeScript(*name, flags, *parameters, result, exception);
+  const DISPID typed = TypedNumber(member);
   for (const FacetType* type : Facets()) {
     const auto& members = TypedMembers(*type);
-    const auto found = members.find(member);
+    const auto found = members.find(typed);
     if (found == members.end()) continue;
-    if (WantsFunction(found->second, flags, *parameters)) {
-      Bstr name;
-      UINT count = 0;
-      found->second.info->GetNames(member, name.put(), 1, &count);
-      return InvokeScript(name.view(), DISPATCH_PROPERTYGET, *parameters, result, exception);
-    }
-    return found->second.info->Invoke(FacetFor(*type).Interface(), member, AsDeclared(found->second, flags),
+    return found->second.info->Invoke(FacetFor(*type).Interface(), typed, AsDeclared(found->second, flags),
                                       parameters, result, exception, bad_argument);
   }
   return member == DISPID_VALUE ? InvokeScript({}, flags, *parameters, result, exception)
                                 : DISP_E_MEMBERNOTFOUND;
-}
-
-// From mode 9 on, a method asked for "as method or property" without arguments is the function, not its call.
-bool Object::WantsFunction(const TypedMember& member, WORD flags, const DISPPARAMS& parameters) const {
-  return (flags & kCallOrGet) == kCallOrGet && parameters.cArgs == 0 &&
-         (member.kinds & INVOKE_PROPERTYGET) == 0 && model_->ModeOf(target_) >= 9;
 }
 
 HRESULT Object::InvokeEx(DISPID member, LCID locale, WORD flags, DISPPARAMS* parameters, VARIANT* result,

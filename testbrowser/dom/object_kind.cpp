@@ -15,55 +15,39 @@ struct KindRow {
   Names modern_interfaces;
 };
 
-const Names kDocument = {"IHTMLDocument2", "IHTMLDocument3", "IHTMLDocument4",
-                         "IHTMLDocument5", "IHTMLDocument6", "IHTMLDocument7"};
-const Names kNodeDocument = {"IHTMLDOMNode", "IHTMLDOMNode2"};
-const Names kElement = {"IHTMLElement",  "IHTMLElement2", "IHTMLElement3", "IHTMLElement4",  "IHTMLElement5",
-                        "IHTMLElement6", "IHTMLDOMNode",  "IHTMLDOMNode2", "IHTMLUniqueName"};
-const Names kFrame = {"IHTMLFrameBase", "IHTMLFrameBase2", "IHTMLFrameBase3"};
-const Names kTarget = {"IEventTarget"};
-
 Names operator+(Names first, const Names& second) {
   first.insert(first.end(), second.begin(), second.end());
   return first;
 }
 
+const Names kDocument = {"IHTMLDocument2", "IHTMLDocument3", "IHTMLDocument5", "IHTMLDocument6",
+                         "IHTMLDocument7"};
+const Names kElement = {"IHTMLElement", "IHTMLElement2", "IHTMLElement3", "IHTMLElement4", "IHTMLElement6"};
+const Names kFrame = kElement + Names{"IHTMLFrameBase", "IHTMLFrameBase2"};
+const Names kTarget = {"IEventTarget"};
+
 std::vector<KindRow> Rows() {
   return {
       {"container", kDocument, {}},
-      {"document", kDocument + kNodeDocument, kTarget + Names{"IDocumentEvent"}},
-      {"window", {"IHTMLWindow2", "IHTMLWindow3", "IHTMLWindow4", "IHTMLWindow5", "IHTMLWindow6"}, kTarget},
-      {"location", {"IHTMLLocation"}, {}},
-      {"collection", {"IHTMLElementCollection", "IHTMLElementCollection2"}, {}},
-      {"childNodes", {"IHTMLDOMChildrenCollection"}, {}},
-      {"attributes", {"IHTMLAttributeCollection"}, {}},
-      {"attribute", {"IHTMLDOMAttribute", "IHTMLDOMAttribute2"}, {}},
+      {"document", kDocument, kTarget + Names{"IDocumentEvent"}},
+      {"window", {"IHTMLWindow2", "IHTMLWindow3"}, kTarget},
+      {"collection", {"IHTMLElementCollection"}, {}},
+      {"attribute", {"IHTMLDOMAttribute"}, {}},
       {"rect", {"IHTMLRect"}, {}},
-      {"rects", {"IHTMLRectCollection"}, {}},
       {"style", {"IHTMLStyle"}, {}},
       {"currentStyle", {"IHTMLCurrentStyle"}, {}},
-      {"event", {"IHTMLEventObj"}, {"IDOMEvent"}},
-      {"text", {"IHTMLDOMTextNode", "IHTMLDOMNode", "IHTMLDOMNode2"}, {}},
-      {"comment", Names{"IHTMLCommentElement"} + kElement, {}},
+      {"event", {}, {"IDOMEvent"}},
+      {"comment", kElement, {}},
       {"element", kElement, kTarget},
-      {"element:A", kElement + Names{"IHTMLAnchorElement"}, kTarget},
-      {"element:BODY", kElement + Names{"IHTMLBodyElement"}, kTarget},
       {"element:BUTTON", kElement + Names{"IHTMLButtonElement"}, kTarget},
-      {"element:FORM", kElement + Names{"IHTMLFormElement"}, kTarget},
-      {"element:FRAME", kElement + kFrame + Names{"IHTMLFrameElement", "IHTMLFrameElement3"}, kTarget},
-      {"element:IFRAME", kElement + kFrame + Names{"IHTMLIFrameElement", "IHTMLIFrameElement3"}, kTarget},
-      {"element:IMG", kElement + Names{"IHTMLImgElement"}, kTarget},
-      {"element:INPUT", kElement + Names{"IHTMLInputElement", "IHTMLInputTextElement"}, kTarget},
-      {"element:LABEL", kElement + Names{"IHTMLLabelElement"}, kTarget},
+      {"element:FRAME", kFrame, kTarget},
+      {"element:IFRAME", kFrame, kTarget},
+      {"element:INPUT", kElement + Names{"IHTMLInputElement"}, kTarget},
       {"element:OPTION", kElement + Names{"IHTMLOptionElement"}, kTarget},
-      {"element:SCRIPT", kElement + Names{"IHTMLScriptElement"}, kTarget},
       {"element:SELECT", kElement + Names{"IHTMLSelectElement", "IHTMLElementCollection"}, kTarget},
-      {"element:TABLE", kElement + Names{"IHTMLTable", "IHTMLTable2"}, kTarget},
-      {"element:TBODY", kElement + Names{"IHTMLTableSection"}, kTarget},
-      {"element:TFOOT", kElement + Names{"IHTMLTableSection"}, kTarget},
-      {"element:THEAD", kElement + Names{"IHTMLTableSection"}, kTarget},
-      {"element:TD", kElement + Names{"IHTMLTableCell"}, kTarget},
-      {"element:TH", kElement + Names{"IHTMLTableCell"}, kTarget},
+      {"element:TABLE", kElement + Names{"IHTMLTable"}, kTarget},
+      {"element:TD", kElement, kTarget},
+      {"element:TH", kElement, kTarget},
       {"element:TR", kElement + Names{"IHTMLTableRow"}, kTarget},
       {"element:TEXTAREA", kElement + Names{"IHTMLTextAreaElement"}, kTarget},
       {"object", {}, {}},

@@ -5,6 +5,7 @@
 #include "dom/document_object.h"
 #include "dom/frame_browser.h"
 #include "dom/object.h"
+#include "dom/unknown_answers.h"
 #include "dom/window.h"
 
 namespace testbrowser::dom {
@@ -68,7 +69,8 @@ Reply PageModel::Call(const Target& target, std::string_view member, JsonPtr arg
 
 Reply PageModel::CallOnce(const Target& target, std::string_view member, JsonPtr arguments) {
   JsonPtr call = engine::JsonArray(engine::JsonText(target.token), engine::JsonNumber(target.number),
-                                   engine::JsonText(member), std::move(arguments), TakeDropped(target.frame));
+                                   engine::JsonText(member), std::move(arguments), TakeDropped(target.frame),
+                                   ChosenAnswers());
   auto answer = page_->Call(target.frame, "call", std::move(call));
   Reply reply;
   if (!answer) {
@@ -207,11 +209,6 @@ ComPtr<IWebBrowser2> PageModel::BrowserOf(const FrameId& frame) {
 ComPtr<IHTMLDocument2> ContainerDocument(std::shared_ptr<engine::Page> page, BrowserSite* site) {
   const auto model = PageModel::Of(page, site);
   return quillmate::com::Query<IHTMLDocument2>(model->ContainerOf(page->MainFrame()));
-}
-
-ComPtr<IHTMLWindow2> TopWindow(std::shared_ptr<engine::Page> page, BrowserSite* site) {
-  const auto model = PageModel::Of(page, site);
-  return quillmate::com::Query<IHTMLWindow2>(model->WindowOf(page->MainFrame(), {}));
 }
 
 void ForgetSite(const engine::Page& page) { PageModel::Forget(page); }

@@ -25,7 +25,6 @@ HRESULT QueryFrameService(PageModel& model, const engine::FrameId& frame, REFGUI
   if (service == __uuidof(IWebBrowserApp)) return Give(Query<IUnknown>(model.BrowserOf(frame)), iid, out);
   if (service == kTopLevelBrowser)
     return Give(Query<IUnknown>(model.BrowserOf(model.page().MainFrame())), iid, out);
-  if (service == __uuidof(IHTMLWindow2)) return Give(Query<IUnknown>(model.WindowOf(frame, {})), iid, out);
   return E_NOINTERFACE;
 }
 

@@ -10,7 +10,7 @@
 namespace testbrowser::dom {
 
 /// Answers QueryService for an object of the frame: SID_SWebBrowserApp gives the frame's own browser object,
-/// SID_STopLevelBrowser the top one's services, SID_SHTMLWindow the frame's window.
+/// SID_STopLevelBrowser the top one's services.
 HRESULT QueryFrameService(PageModel& model, const engine::FrameId& frame, REFGUID service, REFIID iid,
                           void** out);
 

@@ -53,8 +53,6 @@ HRESULT Window::Forward(std::string_view member, const std::vector<Argument>& ar
       {"IHTMLWindow2.get_window", &Window::GetSelf},
       {"IHTMLWindow2.get_frames", &Window::GetSelf},
       {"IHTMLWindow2.get_document", &Window::GetDocument},
-      {"IHTMLWindow2.focus", &Window::Focus},
-      {"IHTMLWindow2.close", &Window::Close},
       {"IHTMLWindow3.get_screenLeft", &Window::GetScreenLeft},
       {"IHTMLWindow3.get_screenTop", &Window::GetScreenTop},
   };
@@ -90,17 +88,6 @@ HRESULT Window::GetScreenLeft(ResultPlace result) {
 
 HRESULT Window::GetScreenTop(ResultPlace result) {
   return PutLong(OriginOnScreen(model(), frame()).y, result);
-}
-
-// Chromium closes for scripts only what scripts opened; a caller from outside may close any page.
-HRESULT Window::Close(ResultPlace) {
-  if (frame() == model().page().MainFrame()) model().page().Close();
-  return S_OK;
-}
-
-HRESULT Window::Focus(ResultPlace) {
-  if (model().site() != nullptr) SetFocus(model().site()->ServerWindow());
-  return model().Call(target(), "IHTMLWindow2.focus", engine::JsonArray()).result;
 }
 
 }  // namespace testbrowser::dom

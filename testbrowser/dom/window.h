@@ -23,8 +23,6 @@ class Window : public Object {
   HRESULT GetDocument(ResultPlace result);
   HRESULT GetScreenLeft(ResultPlace result);
   HRESULT GetScreenTop(ResultPlace result);
-  HRESULT Focus(ResultPlace result);
-  HRESULT Close(ResultPlace result);
 
   ServicesOf services_{*this};
 };

@@ -2,6 +2,9 @@
 
 #include <optional>
 
+#include "com/encoding.h"
+#include "dom/unknown_answers.h"
+
 namespace testbrowser::shell {
 namespace {
 
@@ -31,6 +34,7 @@ class Parser {
     }
     if (argument == L"--hidden") return result_.hidden = true;
     if (argument == L"--shell") return TakeShell(Value());
+    if (argument == L"--answer") return TakeAnswer(Value());
     if (argument == L"--title-suffix") return TakeSuffix(Value());
     if (argument.starts_with(L"-")) return false;
     result_.address = argument;
@@ -52,6 +56,9 @@ class Parser {
   bool TakeSuffix(const std::optional<std::wstring>& suffix) {
     result_.title_suffix = suffix.value_or(L"");
     return suffix.has_value();
+  }
+  static bool TakeAnswer(const std::optional<std::wstring>& choice) {
+    return choice && dom::ChooseAnswer(quillmate::com::ToUtf8(*choice));
   }
 
   const std::vector<std::wstring>& arguments_;

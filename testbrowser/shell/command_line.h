@@ -26,7 +26,8 @@ struct CommandLine {
 CommandLine ParseCommandLine(const std::vector<std::wstring>& arguments);
 
 inline constexpr char kUsage[] =
-    "usage: testbrowser [--shell ie|hosted] [--hidden] [--title-suffix TEXT] [ADDRESS]\n"
+    "usage: testbrowser [--shell ie|hosted] [--hidden] [--title-suffix TEXT] [--answer NAME=ANSWER]... "
+    "[ADDRESS]\n"
     "       testbrowser --register\n";
 
 }  // namespace testbrowser::shell

@@ -1,5 +1,6 @@
 #include "shell/server_window.h"
 
+#include "dom/unknown_answers.h"
 #include "shell/call_filter.h"
 #include "shell/input_translation.h"
 
@@ -54,6 +55,7 @@ LRESULT ServerWindow::OnMessage(UINT message, WPARAM wparam, LPARAM lparam) {
   if (message == GetObjectMessage() || message == WM_NULL) page_->AwaitScripts();
   if (message == GetObjectMessage()) return owner_.DocumentResult(wparam);
   if (const auto answer = CallFilter::OnMessage(message, wparam, lparam)) return *answer;
+  if (const auto answer = dom::OnAnswerMessage(message, wparam)) return *answer;
   if (OnInput(message, wparam, lparam)) return 0;
   switch (message) {
     case WM_SIZE:

@@ -17,15 +17,19 @@ function expandoName(element, name, flags) {
 }
 
 // "class" and "for" are words of the language, so the properties have other names and the attributes none.
-const HIDDEN_NAMES = new Set(['class', 'for']);
+const HIDDEN_NAMES = { class: 'className', for: 'htmlFor' };
+const isHidden = (name) => name.toLowerCase() in HIDDEN_NAMES;
+/** The attribute in the page's source behind a property's name. */
+function sourceName(property) {
+  const behind = (name) => HIDDEN_NAMES[name].toLowerCase() === property.toLowerCase();
+  return Object.keys(HIDDEN_NAMES).find(behind) || property;
+}
 
 function propertyName(element, name, flags) {
-  if (HIDDEN_NAMES.has(name.toLowerCase())) return null;
+  if (isHidden(name)) return null;
   if (name in element) return name;
   return flags & FLAG_CASE_SENSITIVE ? null : findName(element, name);
 }
-
-const isEventName = (name) => /^on[a-z]/i.test(name);
 
 const isMeasure = (element, name) => /^(width|height)$/.test(name) && /^\d+$/.test(element.getAttribute(name));
 
@@ -33,7 +37,6 @@ function propertyValue(element, name) {
   // A picture that is not loaded yet has the size that the page wrote.
   const value = isMeasure(element, name) ? Number(element.getAttribute(name)) : element[name];
   if (name === 'maxLength' && value < 0) return 0x7fffffff;
-  if (isEventName(name)) return value;
   return typeof value === 'string' ? textVariant(value) : value;
 }
 
@@ -47,18 +50,23 @@ function ancientAttribute(element, name, flags) {
   if (expandosOf(element).has(expando)) return expandosOf(element).get(expando);
   const property = propertyName(element, name, flags);
   if (property) return propertyValue(element, property);
-  return HIDDEN_NAMES.has(name.toLowerCase()) ? null : literalText(element, name);
+  return isHidden(name) ? null : literalText(element, name);
 }
+
+/** Styles and handlers are objects, whatever the flags say. */
+const isObjectName = (name) => /^(style|on[a-z]+)$/i.test(name);
 
 /** The value as the source spells it, as text; also of a value set as null. */
 function literalAttribute(element, name, flags) {
   const expando = expandoName(element, name, flags);
   if (expandosOf(element).has(expando)) return String(expandosOf(element).get(expando));
-  if (HIDDEN_NAMES.has(name.toLowerCase())) return null;
-  const source = name.toLowerCase() === 'classname' ? 'class' : name;
-  if (element.hasAttribute(source)) return literalText(element, source);
+  if (isHidden(name)) return null;
+  if (isObjectName(name)) return ancientAttribute(element, name, flags);
+  const isCurrent = name.toLowerCase() === 'value' && isChosen('literal-value', 'current');
+  const source = sourceName(name);
+  if (element.hasAttribute(source) && !isCurrent) return literalText(element, source);
   const value = ancientAttribute(element, name, flags);
-  return value === null || value instanceof Encoded || typeof value === 'object' ? value : String(value);
+  return value === null || value instanceof Encoded ? value : String(value);
 }
 
 const isBooleanAttribute = (element, name) => typeof element[name] === 'boolean' && name !== 'draggable';
@@ -86,7 +94,7 @@ function setAncientAttribute(element, name, value, flags) {
     return;
   }
   expandosOf(element).set(expandoName(element, name, flags), value);
-  if (!HIDDEN_NAMES.has(name.toLowerCase()) && typeof value !== 'object') element.setAttribute(name, String(value));
+  if (!isHidden(name) && typeof value !== 'object') element.setAttribute(name, String(value));
 }
 
 function setModeEightAttribute(element, name, value) {
@@ -97,24 +105,27 @@ function setModeEightAttribute(element, name, value) {
 }
 
 function setAttribute(element, name, value, flags) {
-  if (isModern()) element.setAttribute(name, String(value));
+  const isListValue = name.toLowerCase() === 'value' && element instanceof HTMLSelectElement;
+  if (isListValue && isChosen('select-value-attribute', 'selects')) element.value = value;
+  else if (isListValue && isChosen('select-value-attribute', 'plain')) element.setAttribute(name, String(value));
+  else if (isModern()) element.setAttribute(name, String(value));
   else if (documentMode() === 8) setModeEightAttribute(element, name, value);
   else setAncientAttribute(element, name, value, flags);
 }
 
-function removeAttribute(element, name, flags) {
-  const expando = expandoName(element, name, flags);
-  const removed = expandosOf(element).delete(expando);
-  const source = isAncient() && name.toLowerCase() === 'classname' ? 'class' : name;
-  const had = element.hasAttribute(source);
-  element.removeAttribute(source);
-  return removed || had;
+define('IHTMLElement', { getAttribute, setAttribute });
+
+/** An attribute that an element of modes 5 and 7 could have: its node is there all the same, and says so. */
+class UnsetAttribute {
+  constructor(nodeName) {
+    Object.assign(this, { nodeName, nodeValue: null, specified: false });
+  }
 }
 
-define('IHTMLElement', { getAttribute, setAttribute, removeAttribute });
-define('IHTMLElement5', {
-  getAttribute: (element, name) => getAttribute(element, name, 0),
-  setAttribute: (element, name, value) => setAttribute(element, name, value, 0),
-  removeAttribute: (element, name) => removeAttribute(element, name, 0),
-  hasAttribute: (element, name) => element.hasAttribute(name),
-});
+function getAttributeNode(element, name) {
+  const node = element.getAttributeNode(isAncient() ? sourceName(name) : name);
+  if (node || !isAncient()) return node;
+  const property = propertyName(element, name, 0);
+  return property && typeof element[property] !== 'function' ? new UnsetAttribute(property) : null;
+}
+define('IHTMLElement4', { getAttributeNode });

@@ -40,31 +40,31 @@ const E_INVALIDARG = 0x80070057;
 const DISP_E_MEMBERNOTFOUND = 0x80020003;
 const DISP_E_EXCEPTION = 0x80020009;
 
-/** Texts that COM hands out as a null BSTR when they are empty. */
-const textOrNull = (text) => (text === '' || text === null || text === undefined ? null : String(text));
-/** The same inside a VARIANT, where null would be VT_NULL. */
+/** A text; COM hands out the empty one as a null BSTR. */
 const textVariant = (text) => (text === '' ? new Encoded({ $: 'no text' }) : text);
 
-const members = new Map();
-const fallbacks = new Map();
+const answers = new Map();
 
 /** Functions that answer an interface's methods; the first argument is the object asked. */
 function define(name, functions) {
-  for (const [member, answer] of Object.entries(functions)) members.set(`${name}.${member}`, answer);
+  for (const [member, answer] of Object.entries(functions)) answers.set(`${name}.${member}`, answer);
 }
 
-/** What answers the methods of an interface that have no function of their own: (object, method, ...arguments). */
-function defineRest(name, answer) {
-  fallbacks.set(name, answer);
+/** Every other method is the page's own member: get_x reads the property x, put_x sets it, x calls x. */
+function plainMember(object, method, values) {
+  const [, access, name] = /^(?:(get|put)_)?(.+)$/.exec(method);
+  if (object instanceof CurrentStyle) return textVariant(object.read(name));
+  if (!(name in object)) throw new ComError(E_NOTIMPL);
+  if (access === 'put') {
+    object[name] = values[0];
+    return undefined;
+  }
+  const value = access === 'get' ? object[name] : object[name](...values);
+  return typeof value === 'string' ? textVariant(value) : value;
 }
 
 function answerOf(member) {
-  const answer = members.get(member);
-  if (answer) return answer;
-  const [name, method] = member.split('.');
-  const rest = fallbacks.get(name);
-  if (!rest) throw new ComError(E_NOTIMPL);
-  return (target, ...values) => rest(target, method, ...values);
+  return answers.get(member) || ((object, ...values) => plainMember(object, member.split('.')[1], values));
 }
 
 function targetOf(number) {
@@ -74,6 +74,11 @@ function targetOf(number) {
   return held.get(number);
 }
 
+// How to answer where nobody knows how MSHTML does, by the names of unknown_answers.cpp.
+let chosenAnswers = {};
+/** Whether a question is to be answered so; each question's default is the answer that no call names. */
+const isChosen = (question, answer) => chosenAnswers[question] === answer;
+
 function failureOf(error) {
   if (error instanceof ComError) return { hr: error.result, error: error.text, scode: error.scode };
   return { hr: E_FAIL, error: String(error) };
@@ -82,10 +87,12 @@ function failureOf(error) {
 /**
  * One COM call.
  * @param wanted the document asked, by its token; empty for whichever is here now.
+ * @param chosen the answers to open questions that differ from the defaults.
  */
-function call(wanted, number, member, values, dropped) {
+function call(wanted, number, member, values, dropped, chosen) {
   const answer = { t: token, m: documentMode(), s: self.origin };
   drop(dropped);
+  chosenAnswers = chosen;
   try {
     if (wanted && wanted !== token) throw new ComError(E_ACCESSDENIED);
     answer.v = encode(answerOf(member)(targetOf(number), ...values.map(decode)));

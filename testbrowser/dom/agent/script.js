@@ -1,11 +1,8 @@
 // Late-bound members that no interface declares: what scripts can see of an object.
 const DISPATCH_METHOD = 1;
-const DISPATCH_PROPERTYGET = 2;
-const DISPATCH_PROPERTYPUT = 4 | 8;
 
-// The window has no "eval" for callers from outside before a script engine runs, and from mode 9 on only what a
+// Which "eval" callers from outside see. Usually none before a script engine runs, and from mode 9 on only one that a
 // script put there itself.
-const globalEval = window.eval;
 let evalPutByScript = false;
 let currentEval = globalEval;
 Object.defineProperty(window, 'eval', {
@@ -19,7 +16,12 @@ Object.defineProperty(window, 'eval', {
 });
 
 const pageHasScript = () => scriptRan || document.scripts.length > 0;
-const isEvalVisible = () => pageHasScript() && (!isModern() || evalPutByScript);
+
+function isEvalVisible() {
+  if (isChosen('eval', 'absent')) return false;
+  if (isChosen('eval', 'there') || isChosen('eval', 'refused')) return true;
+  return pageHasScript() && (!isModern() || evalPutByScript);
+}
 
 function* propertyNames(object) {
   for (let level = object; level; level = Object.getPrototypeOf(level)) yield* Object.getOwnPropertyNames(level);
@@ -48,35 +50,20 @@ function callFunction(method, self, values) {
   }
 }
 
-/** Whether a member that is a function gets called, rather than handed out. */
-function isCall(value, flags, values) {
-  if (typeof value !== 'function' || !(flags & DISPATCH_METHOD)) return false;
-  return values.length > 0 || !(flags & DISPATCH_PROPERTYGET) || !isModern();
-}
-
-function invokeSelf(object, flags, values) {
-  if (typeof object === 'function' && flags & DISPATCH_METHOD) return callFunction(object, window, values);
-  if (typeof object === 'function') return object;
-  return isNode(object) || isWindow(object) ? '[object]' : String(object);
-}
+/** What an object is as a text. */
+const textOfSelf = (object) => (isNode(object) || isWindow(object) ? '[object]' : String(object));
 
 define('Script', {
-  find(object, name, caseSensitive, ensure) {
+  find(object, name, caseSensitive) {
     if (object === window && name === 'eval' && !isEvalVisible()) return null;
     if (name in object) return name;
-    const found = caseSensitive ? null : findName(object, name);
-    if (found !== null || !ensure) return found;
-    object[name] = undefined;
-    return name;
+    return caseSensitive ? null : findName(object, name);
   },
   invoke(object, name, flags, ...values) {
-    if (name === '') return invokeSelf(object, flags, values);
-    if (flags & DISPATCH_PROPERTYPUT) {
-      object[name] = values[0];
-      return undefined;
-    }
+    if (name === '') return textOfSelf(object);
     const value = object[name];
-    if (isCall(value, flags, values)) return callFunction(value, object, values);
+    if (value === globalEval && isChosen('eval', 'refused')) throw new ComError(E_ACCESSDENIED);
+    if (typeof value === 'function' && flags & DISPATCH_METHOD) return callFunction(value, object, values);
     if (value === undefined && !(name in object)) throw new ComError(DISP_E_MEMBERNOTFOUND);
     return value;
   },

@@ -54,34 +54,22 @@ function frameReference(what, element) {
 }
 
 const KINDS = {
-  Location: 'location',
   HTMLCollection: 'collection',
   HTMLAllCollection: 'collection',
   HTMLOptionsCollection: 'collection',
-  HTMLFormControlsCollection: 'collection',
-  NodeList: 'childNodes',
-  RadioNodeList: 'collection',
-  NamedNodeMap: 'attributes',
   Attr: 'attribute',
-  DOMRect: 'rect',
-  DOMRectList: 'rects',
   CSSStyleDeclaration: 'style',
 };
 
+/** Which COM interfaces an object gets, by the names of object_kind.cpp. */
 function kindOf(object) {
-  if (isNode(object)) return kindOfNode(object);
   if (object instanceof Collection) return 'collection';
   if (object instanceof Rectangle) return 'rect';
   if (object instanceof CurrentStyle) return 'currentStyle';
+  if (object instanceof UnsetAttribute) return 'attribute';
   if (object instanceof Event) return 'event';
-  return KINDS[classOf(object)] || 'object';
-}
-
-function kindOfNode(node) {
-  if (node.nodeType === Node.TEXT_NODE) return 'text';
-  if (isCommentElement(node)) return 'comment';
-  if (node.nodeType !== Node.ELEMENT_NODE) return KINDS[classOf(node)] || 'object';
-  return node instanceof HTMLElement ? `element:${node.tagName}` : 'element';
+  if (object.nodeType === Node.ELEMENT_NODE) return object instanceof HTMLElement ? `element:${object.tagName}` : 'element';
+  return isNode(object) && isCommentElement(object) ? 'comment' : KINDS[classOf(object)] || 'object';
 }
 
 /** Every window that scripts here may reach, from the outermost on. */

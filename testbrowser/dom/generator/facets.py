@@ -28,8 +28,6 @@ def incoming(parameter):
         return f'&{name}'
     if kind == 'VARIANT *':
         return f'static_cast<const VARIANT*>({name})'
-    if kind == 'SAFEARRAY *':
-        return name
     if kind.endswith(' *') and is_interface(kind[:-2]):
         return f'static_cast<IUnknown*>({name})'
     return None
