@@ -1,5 +1,7 @@
 // The browser object, the shell's list of browsers, the windows around a page.
-#include <oleacc.h>
+#include <servprov.h>
+#include <shlguid.h>
+#include <shlobj.h>
 
 #include "com/encoding.h"
 #include "facts/fact.h"
@@ -21,6 +23,24 @@ std::string State(const Page& page) {
   return Answer(result, static_cast<LONG>(state)) + (busy != VARIANT_FALSE ? " busy" : " idle");
 }
 
+std::string BrowserWindow(const Page& page) {
+  SHANDLE_PTR window = 0;
+  const HRESULT result = page.browser->get_HWND(&window);
+  return Answer(result) + " " + ClassOf(reinterpret_cast<HWND>(window));
+}
+
+/// The tab's window, by the way that the shell's own parts go.
+std::string TabWindow(const Page& page) {
+  const auto services = Page::Demand(com::Query<IServiceProvider>(page.browser));
+  ComPtr<IOleWindow> tab;
+  HWND window = nullptr;
+  services->QueryService(SID_SShellBrowser, __uuidof(IOleWindow),
+                         reinterpret_cast<void**>(tab.GetAddressOf()));
+  const HRESULT result = Page::Demand(tab)->GetWindow(&window);
+  return Answer(result) + " " + ClassOf(window) +
+         (IsChild(window, page.server) ? " of the page" : " of another");
+}
+
 /// The chain of windows around the page, from the page up.
 std::string Ancestors(const Page& page) {
   std::string result;
@@ -39,28 +59,15 @@ std::string ShellWindow(LONG index) {
   return Answer(result, com::Query<IWebBrowser2>(item) != nullptr ? item.Get() : nullptr);
 }
 
-std::string ObjectFromNothing(const Page&) {
-  ComPtr<IHTMLDocument2> document;
-  return Answer(
-      ObjectFromLresult(0, __uuidof(IHTMLDocument2), 0, reinterpret_cast<void**>(document.GetAddressOf())));
-}
-
 const Fact kFacts[] = {
-    {"webbrowser.c:854", kAll, State, "4 idle"},
-    {"aa752126", kAll,
-     [](const Page& page) {
-       SHANDLE_PTR window = 0;
-       page.browser->get_HWND(&window);
-       return ClassOf(reinterpret_cast<HWND>(window));
-     },
-     "IEFrame"},
-    {"FindBrowserWindow", kAll, Ancestors,
+    {"browser-state", kAll, State, "4 idle"},
+    {"browser-window", kAll, BrowserWindow, "S_OK IEFrame"},
+    {"tab-window", kAll, TabWindow, "S_OK TabWindowClass of the page"},
+    {"window-chain", kAll, Ancestors,
      "Internet Explorer_Server Shell DocObject View TabWindowClass Frame Tab IEFrame "},
-    {"main.c:703-711", k11, ObjectFromNothing, "E_FAIL"},
-    {"exdisp Item", k11, [](const Page&) { return ShellWindow(0); }, "object"},
-    {"exdisp Item", k11, [](const Page&) { return ShellWindow(1000); }, "S_FALSE NULL"},
-    {"ieframe/navigate.c:1149-67", k11, [](const Page& page) { return Answer(page.browser->GoForward()); },
-     "E_FAIL"},
+    {"shell-item", k11, [](const Page&) { return ShellWindow(0); }, "object"},
+    {"shell-item", k11, [](const Page&) { return ShellWindow(1000); }, "S_FALSE NULL"},
+    {"no-history", k11, [](const Page& page) { return Answer(page.browser->GoForward()); }, "E_FAIL"},
 };
 
 }  // namespace

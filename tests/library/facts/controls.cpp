@@ -5,93 +5,138 @@ namespace quillmate::test {
 namespace {
 
 std::string Value(const Page& page, const wchar_t* id) {
-  Bstr value;
-  const HRESULT result = page.Element<IHTMLInputElement>(id)->get_value(value.put());
-  return Answer(result, value);
+  return Text(page.Element<IHTMLInputElement>(id), &IHTMLInputElement::get_value);
 }
 
-/// Sets a value, and reads the default, which is another thing.
-std::string DefaultAfterPut(const Page& page) {
+std::string Title(const Page& page, const wchar_t* id) {
+  return Text(page.Element(id), &IHTMLElement::get_title);
+}
+
+/// Sets a value, and reads the default, which is another thing, and the change events that the page counted.
+std::string DefaultAndEventsAfterPut(const Page& page) {
   const auto input = page.Element<IHTMLInputElement>(L"field");
-  Bstr value;
   input->put_value(Bstr(L"set").get());
-  const HRESULT result = input->get_defaultValue(value.put());
+  const std::string answer = Text(input, &IHTMLInputElement::get_defaultValue) + " " + Title(page, L"field");
   input->put_value(nullptr);
-  return Answer(result, value);
-}
-
-std::string OptionItem(const Page& page, LONG index) {
-  ComPtr<IDispatch> item;
-  const Variant position = Variant::Int(index);
-  const HRESULT result =
-      page.Element<IHTMLSelectElement>(L"list")->item(position.get(), position.get(), &item);
-  return Answer(result, item.Get());
-}
-
-/// Selects an option by program; the page counts its change events in the list's title.
-std::string ChangeEventsAfterSelect(const Page& page) {
-  const auto list = page.Element<IHTMLSelectElement>(L"list");
-  LONG selected = -1;
-  Bstr title;
-  list->put_selectedIndex(1);
-  list->get_selectedIndex(&selected);
-  list->put_selectedIndex(0);
-  const HRESULT result = page.Element(L"list")->get_title(title.put());
-  return std::to_string(selected) + " " + Answer(result, title);
+  return answer;
 }
 
 /// A text area's value stays out of its default.
-std::string TextAreaDefault(const Page& page) {
+std::string TextArea(const Page& page) {
   const auto area = page.Element<IHTMLTextAreaElement>(L"area");
-  Bstr empty;
-  Bstr standard;
-  HRESULT result = area->get_value(empty.put());
+  const std::string empty = Text(area, &IHTMLTextAreaElement::get_value);
   area->put_value(Bstr(L"set").get());
-  area->get_defaultValue(standard.put());
+  const std::string answer = empty + " " + Text(area, &IHTMLTextAreaElement::get_value) + " " +
+                             Text(area, &IHTMLTextAreaElement::get_defaultValue);
   area->put_value(nullptr);
-  return Answer(result, empty) + " " + Answer(S_OK, standard);
+  return answer;
 }
 
-std::string WriteValueAttribute(const Page& page) {
-  page.Element(L"written")->setAttribute(Bstr(L"value").get(), Variant::Text(L"second").get(), 0);
-  return Value(page, L"written");
+std::string TextOfTextArea(const Page& page) {
+  const auto area = page.Element(L"area");
+  area->put_innerText(Bstr(L"shown").get());
+  const std::string answer =
+      Text(page.Element<IHTMLTextAreaElement>(L"area"), &IHTMLTextAreaElement::get_value);
+  area->put_innerText(nullptr);
+  return answer;
 }
 
-std::string SelectByValue(const Page& page) {
-  const auto list = page.Element<IHTMLSelectElement>(L"list");
-  LONG selected = -1;
-  // Without a value attribute an option's text is its value only in newer modes, so it is given one.
+std::string WriteValueAttribute(const Page& page, const wchar_t* id) {
+  page.Element(id)->setAttribute(Bstr(L"value").get(), Variant::Text(L"second").get(), 0);
+  return Value(page, id);
+}
+
+std::string PutFile(const Page& page) {
+  page.Element<IHTMLInputElement>(L"file")->put_value(Bstr(L"c:\\x.txt").get());
+  return Value(page, L"file");
+}
+
+std::string ButtonValue(const Page& page) {
+  return Text(page.Element<IHTMLButtonElement>(L"button"), &IHTMLButtonElement::get_value);
+}
+
+ComPtr<IDispatch> OptionItem(const Page& page, LONG position, HRESULT* result = nullptr) {
   ComPtr<IDispatch> item;
-  list->item(Variant::Int(1).get(), Variant::Int(1).get(), &item);
-  Page::Demand(com::Query<IHTMLOptionElement>(item))->put_value(Bstr(L"v2").get());
-  list->put_value(Bstr(L"v2").get());
-  const HRESULT result = list->get_selectedIndex(&selected);
-  list->put_selectedIndex(0);
-  return Answer(result, selected);
+  const Variant index = Variant::Int(position);
+  const HRESULT answer = page.Element<IHTMLSelectElement>(L"list")->item(index.get(), index.get(), &item);
+  if (result != nullptr) *result = answer;
+  return item;
 }
 
-/// Checks a box by program, which the page does not hear of.
-std::string Check(const Page& page) {
-  const auto box = page.Element<IHTMLInputElement>(L"box");
-  VARIANT_BOOL checked = VARIANT_FALSE;
-  Bstr title;
-  box->put_checked(VARIANT_TRUE);
-  const HRESULT result = box->get_checked(&checked);
-  page.Element(L"box")->get_title(title.put());
-  return Answer(result, Variant::Bool(checked != VARIANT_FALSE)) + " " + Answer(S_OK, title);
+std::string OptionAt(const Page& page, LONG position) {
+  HRESULT result = E_FAIL;
+  const auto item = OptionItem(page, position, &result);
+  return Answer(result, item.Get());
 }
 
-ComPtr<IHTMLElementCollection> Rows(const Page& page, const wchar_t* table = L"table") {
+ComPtr<IHTMLOptionElement> Option(const Page& page, LONG position) {
+  return Page::Demand(com::Query<IHTMLOptionElement>(OptionItem(page, position)));
+}
+
+std::string OptionText(const Page& page, LONG position,
+                       HRESULT (STDMETHODCALLTYPE IHTMLOptionElement::*get)(BSTR*)) {
+  return Text(Option(page, position), get);
+}
+
+/// Selects an option by program, which the page does not hear of.
+std::string SelectOption(const Page& page) {
+  VARIANT_BOOL before = VARIANT_TRUE;
+  VARIANT_BOOL after = VARIANT_FALSE;
+  Option(page, 1)->get_selected(&before);
+  const HRESULT result = Option(page, 1)->put_selected(VARIANT_TRUE);
+  Option(page, 1)->get_selected(&after);
+  Option(page, 0)->put_selected(VARIANT_TRUE);
+  return Answer(result) + " " + std::to_string(before) + " " + std::to_string(after) + " " +
+         Title(page, L"list");
+}
+
+std::string ListLength(const Page& page) {
+  LONG length = 0;
+  const HRESULT result = page.Element<IHTMLSelectElement>(L"list")->get_length(&length);
+  return Answer(result, length);
+}
+
+std::string ListValue(const Page& page) {
+  return Text(page.Element<IHTMLSelectElement>(L"valued"), &IHTMLSelectElement::get_value);
+}
+
+std::string HeardEvents(const Page& page) {
+  const std::string heard = Title(page, L"valued");
+  Run(page, L"document.getElementById('valued').title = ''");
+  return heard;
+}
+
+std::string FireEvent(const Page& page) {
+  VARIANT_BOOL proceed = VARIANT_FALSE;
+  Variant no_event;
+  const HRESULT result =
+      page.Element<IHTMLElement3>(L"valued")->fireEvent(Bstr(L"onchange").get(), no_event.put(), &proceed);
+  return Answer(result) + (proceed != VARIANT_FALSE ? " true " : " false ") + HeardEvents(page);
+}
+
+/// Raises an event as newer documents do it.
+std::string DispatchEvent(const Page& page) {
+  ComPtr<IDispatch> document;
+  ComPtr<IDOMEvent> event;
+  VARIANT_BOOL proceed = VARIANT_FALSE;
+  page.Element(L"valued")->get_document(&document);
+  Page::Demand(com::Query<IDocumentEvent>(document))->createEvent(Bstr(L"HTMLEvents").get(), &event);
+  Page::Demand(event)->initEvent(Bstr(L"change").get(), VARIANT_TRUE, VARIANT_FALSE);
+  const HRESULT result = page.Element<IEventTarget>(L"valued")->dispatchEvent(event.Get(), &proceed);
+  return Answer(result) + (proceed != VARIANT_FALSE ? " true " : " false ") + HeardEvents(page);
+}
+
+ComPtr<IHTMLElementCollection> Rows(const Page& page, const wchar_t* table) {
   ComPtr<IHTMLElementCollection> rows;
   page.Element<IHTMLTable>(table)->get_rows(&rows);
   return Page::Demand(rows);
 }
 
+std::string RowsOf(const Page& page, const wchar_t* table) { return Answer(S_OK, Rows(page, table).Get()); }
+
 std::string Cells(const Page& page) {
-  ComPtr<IDispatch> row;
   ComPtr<IHTMLElementCollection> cells;
-  Rows(page)->item(Variant::Int(0).get(), Variant().get(), &row);
-  const HRESULT result = Page::Demand(com::Query<IHTMLTableRow>(row))->get_cells(&cells);
+  const HRESULT result = page.Element<IHTMLTableRow>(L"b1")->get_cells(&cells);
   return Answer(result, cells.Get());
 }
 
@@ -103,26 +148,42 @@ std::string SectionOfRow(const Page& page) {
 }
 
 const Fact kFacts[] = {
-    {"dom.c:10368", kAll, [](const Page& page) { return Value(page, L"field"); }, "NULL"},
-    {"dom.c:11281-86", kAll, [](const Page& page) { return Value(page, L"typed"); }, "'now'"},
-    {"dom.c:11281-86", kAll, DefaultAfterPut, "NULL"},
-    {"dom.c:11373-92", kAll, TextAreaDefault, "NULL NULL"},
-    {"Sizzle Use defaultValue in place of getAttribute(value)", kTo8, WriteValueAttribute, "'second'"},
-    {"dom.c:6282-88", kAll, SelectByValue, "1"},
-    {"aa752779", kAll, Check, "VT_BOOL true NULL"},
-    {"dom.c:6313-45", kAll, [](const Page& page) { return OptionItem(page, 1); }, "<OPTION>"},
-    {"dom.c:6313-45", kAll, [](const Page& page) { return OptionItem(page, 2); }, "NULL"},
-    {"dom.c:6313-45", kAll, [](const Page& page) { return OptionItem(page, -1); }, "E_INVALIDARG"},
-    {"aa752779", kAll, ChangeEventsAfterSelect, "1 NULL"},
-    {"ff986081", kTo8, [](const Page& page) { return Answer(S_OK, Rows(page).Get()); },
-     "[<TR#b1><TR#h><TR#b2>]"},
-    {"ff986081", kFrom9, [](const Page& page) { return Answer(S_OK, Rows(page).Get()); },
-     "[<TR#h><TR#b1><TR#b2>]"},
-    {"dom.c:9209-49", kAll, [](const Page& page) { return Answer(S_OK, Rows(page, L"outer").Get()); },
-     "[<TR#o1>]"},
-    {"ms537490", kAll, SectionOfRow, "<TBODY>"},
-    {"dom.c:9209-49", kTo8, Cells, "[<TD#c1><TH#c2>]"},
-    {"dom.c:9209-49", kFrom9, Cells, "[<TH>]"},
+    {"empty-value", kAll, [](const Page& page) { return Value(page, L"field"); }, "NULL"},
+    {"value", kAll, [](const Page& page) { return Value(page, L"typed"); }, "'now'"},
+    {"put-value", kAll, DefaultAndEventsAfterPut, "NULL NULL"},
+    {"put-value-file", kAll, PutFile, "NULL"},
+    {"button-value", kAll, ButtonValue, "'b1'"},
+    {"set-value-attribute", kTo8, [](const Page& page) { return WriteValueAttribute(page, L"typed"); },
+     "'second'"},
+    {"set-value-attribute", kFrom9, [](const Page& page) { return WriteValueAttribute(page, L"typed"); },
+     "'now'"},
+    {"set-value-attribute", kFrom9, [](const Page& page) { return WriteValueAttribute(page, L"fresh"); },
+     "'second'"},
+    {"text-area-value", kAll, TextArea, "NULL 'set' NULL"},
+    {"text-area-text", kAll, TextOfTextArea, "'shown'"},
+    {"text-area-lines", kTo8,
+     [](const Page& page) {
+       return Text(page.Element<IHTMLTextAreaElement>(L"lines"), &IHTMLTextAreaElement::get_value);
+     },
+     "'a\r\nb'"},
+    {"list-length", kAll, ListLength, "2"},
+    {"list-item", kAll, [](const Page& page) { return OptionAt(page, 1); }, "<OPTION>"},
+    {"list-item", kAll, [](const Page& page) { return OptionAt(page, 2); }, "NULL"},
+    {"list-item", kAll, [](const Page& page) { return OptionAt(page, -1); }, "E_INVALIDARG"},
+    {"list-value", kAll, ListValue, "'v1'"},
+    {"option-text", kAll, [](const Page& page) { return OptionText(page, 0, &IHTMLOptionElement::get_text); },
+     "'opt1'"},
+    {"option-value", kAll,
+     [](const Page& page) { return OptionText(page, 1, &IHTMLOptionElement::get_value); }, "'two'"},
+    {"option-selected", kAll, SelectOption, "S_OK 0 -1 NULL"},
+    {"fire-event", kAll, FireEvent, "S_OK true 'change'"},
+    {"dispatch-event", kFrom9, DispatchEvent, "S_OK true 'change'"},
+    // Tables.
+    {"table-rows", kTo8, [](const Page& page) { return RowsOf(page, L"table"); }, "[<TR#b1><TR#h><TR#b2>]"},
+    {"table-rows", kFrom9, [](const Page& page) { return RowsOf(page, L"table"); }, "[<TR#h><TR#b1><TR#b2>]"},
+    {"table-nested", kAll, [](const Page& page) { return RowsOf(page, L"outer"); }, "[<TR#o1>]"},
+    {"table-body", kAll, SectionOfRow, "<TBODY>"},
+    {"table-cells", kAll, Cells, "[<TD#c1><TH#c2>]"},
 };
 
 }  // namespace

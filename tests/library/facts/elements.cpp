@@ -1,150 +1,189 @@
-// Elements: their texts, their attributes, their place in the tree, what they do.
+// Elements: their texts, their place in the tree, their attributes.
 #include "facts/fact.h"
 
 namespace quillmate::test {
 namespace {
 
+constexpr LONG kAsWritten = 2;
+
 template <HRESULT (STDMETHODCALLTYPE IHTMLElement::*kGet)(BSTR*)>
-std::string Text(const Page& page, const wchar_t* id) {
-  Bstr text;
-  const HRESULT result = (page.Element(id).Get()->*kGet)(text.put());
-  return Answer(result, text);
+std::string TextOf(const Page& page, const wchar_t* id) {
+  return Text(page.Element(id), kGet);
 }
 
-std::string Attribute(const Page& page, const wchar_t* id, const wchar_t* name, LONG flags = 0) {
+/// Read as the library reads attributes: as written.
+std::string Attribute(const Page& page, const wchar_t* id, const wchar_t* name, LONG flags = kAsWritten) {
   Variant value;
   const HRESULT result = page.Element(id)->getAttribute(Bstr(name).get(), flags, value.put());
   return Answer(result, value);
 }
 
-std::string Root(const Page& page, HRESULT (STDMETHODCALLTYPE IHTMLElement::*get)(IHTMLElement**)) {
+/// What kind of value an attribute has.
+std::string AttributeKind(const Page& page, const wchar_t* id, const wchar_t* name) {
+  const std::string answer = Attribute(page, id, name);
+  return answer.substr(0, answer.find(' '));
+}
+
+std::string CssText(const Page& page) {
+  Variant value;
+  page.Element(L"hidden")->getAttribute(Bstr(L"style").get(), kAsWritten, value.put());
+  return Text(Page::Demand(value.As<IHTMLStyle>()), &IHTMLStyle::get_cssText);
+}
+
+std::string AttributeNode(const Page& page, const wchar_t* id, const wchar_t* name) {
+  ComPtr<IHTMLDOMAttribute> node;
+  const HRESULT result = page.Element<IHTMLElement4>(id)->getAttributeNode(Bstr(name).get(), &node);
+  if (node == nullptr) return Answer(result) + " no node";
+  VARIANT_BOOL specified = VARIANT_FALSE;
+  const HRESULT read = node->get_specified(&specified);
+  return Answer(read) + (specified != VARIANT_FALSE ? " written" : " not written");
+}
+
+/// Disables by program, and reads the attribute that this makes.
+std::string DisabledByProgram(const Page& page) {
+  Run(page, L"document.getElementById('field').disabled = true");
+  const std::string answer = Attribute(page, L"field", L"disabled");
+  Run(page, L"document.getElementById('field').disabled = false");
+  return answer;
+}
+
+std::string ParentOfRoot(const Page& page) {
   ComPtr<IHTMLElement> root;
-  ComPtr<IHTMLElement> answer;
+  ComPtr<IHTMLElement> parent;
   page.As<IHTMLDocument3>()->get_documentElement(&root);
-  const HRESULT result = (root.Get()->*get)(&answer);
-  return Answer(result, answer.Get());
+  const HRESULT result = Page::Demand(root)->get_parentElement(&parent);
+  return Answer(result, parent.Get());
 }
 
-/// Clicks, and reads what the page's handlers had written when the call returned.
-std::string Click(const Page& page) {
-  const auto button = page.Element(L"button");
-  Bstr text;
-  const HRESULT result = button->click();
-  button->get_title(text.put());
-  return Answer(result, text);
+/// Writes a text over what an element holds, and counts the elements that are left in it.
+std::string PutInnerText(const Page& page) {
+  const auto element = page.Element(L"written-over");
+  ComPtr<IDispatch> left;
+  const HRESULT result = element->put_innerText(Bstr(L"plain").get());
+  element->get_children(&left);
+  return Answer(result) + " " + Text(element, &IHTMLElement::get_innerText) + " " + Answer(S_OK, left.Get());
 }
 
-std::string Display(const Page& page, const wchar_t* id) {
-  ComPtr<IHTMLCurrentStyle> style;
-  Bstr display;
-  page.Element<IHTMLElement2>(id)->get_currentStyle(&style);
-  const HRESULT result = Page::Demand(style)->get_display(display.put());
-  return Answer(result, display);
+/// Member numbers are asked by name; what a constant of the type library answers as a number.
+std::string InvokeConstant(const Page& page) {
+  constexpr DISPID kInnerText = -2147417085;
+  Variant value;
+  DISPPARAMS none{};
+  const HRESULT result = page.Element(L"c1")->Invoke(
+      kInnerText, IID_NULL, LOCALE_INVARIANT, DISPATCH_PROPERTYGET, &none, value.put(), nullptr, nullptr);
+  return Answer(result, value);
 }
 
-std::string Rectangle(const Page& page) {
-  ComPtr<IHTMLRect> rect;
-  page.Element<IHTMLElement2>(L"placed")->getBoundingClientRect(&rect);
-  LONG left = 0, top = 0, right = 0, bottom = 0;
-  const HRESULT result = Page::Demand(rect)->get_left(&left);
-  rect->get_top(&top);
-  rect->get_right(&right);
-  rect->get_bottom(&bottom);
-  return Answer(result) + " " + std::to_string(right - left) + "x" + std::to_string(bottom - top) + " at " +
-         std::to_string(left) + "," + std::to_string(top);
+DISPID NumberOf(const Page& page, const wchar_t* id, const wchar_t* member) {
+  std::wstring text(member);
+  LPOLESTR names[] = {text.data()};
+  DISPID number = DISPID_UNKNOWN;
+  page.Element(id)->GetIDsOfNames(IID_NULL, names, 1, LOCALE_INVARIANT, &number);
+  return number;
 }
 
-LONG TopOf(const Page& page, const wchar_t* id) {
-  ComPtr<IHTMLRect> rect;
-  LONG top = 0;
-  page.Element<IHTMLElement2>(id)->getBoundingClientRect(&rect);
-  Page::Demand(rect)->get_top(&top);
-  return top;
+std::string LateBoundText(const Page& page, const wchar_t* id) {
+  Variant value;
+  DISPPARAMS none{};
+  const HRESULT result =
+      page.Element(id)->Invoke(NumberOf(page, id, L"innerText"), IID_NULL, LOCALE_INVARIANT,
+                               DISPATCH_PROPERTYGET, &none, value.put(), nullptr, nullptr);
+  return Answer(result, value);
 }
 
-/// Scrolls an element in the middle of the page to the view's upper or lower edge.
-std::string ScrollIntoView(const Page& page, const Variant& at_top) {
-  const HRESULT result = page.Element(L"far")->scrollIntoView(at_top.get());
-  const LONG top = TopOf(page, L"far");
-  page.Element(L"kids")->scrollIntoView(Variant::Bool(true).get());
-  return Answer(result) + (top < 20 ? " at the top" : " below the top");
+std::string NumbersOfTwoTypes(const Page& page) {
+  const bool same = NumberOf(page, L"c1", L"innerText") == NumberOf(page, L"kids", L"innerText");
+  return same ? "same" : "different";
 }
 
-/// The width of the frame around the page, as the root element tells it.
-std::string Frame(const Page& page) {
-  ComPtr<IHTMLElement> root;
-  LONG left = -1;
-  page.As<IHTMLDocument3>()->get_documentElement(&root);
-  const HRESULT result = Page::Demand(com::Query<IHTMLElement2>(root))->get_clientLeft(&left);
-  return Answer(result, left);
-}
+constexpr auto* kId = TextOf<&IHTMLElement::get_id>;
+constexpr auto* kClassName = TextOf<&IHTMLElement::get_className>;
+constexpr auto* kInnerText = TextOf<&IHTMLElement::get_innerText>;
+constexpr auto* kTagName = TextOf<&IHTMLElement::get_tagName>;
 
-std::string Focus(const Page& page) {
-  ComPtr<IHTMLElement> active;
-  const HRESULT result = page.Element<IHTMLElement2>(L"field")->focus();
-  page.document->get_activeElement(&active);
-  return Answer(result, active.Get());
+std::string IdOfBody(const Page& page) {
+  ComPtr<IHTMLElement> body;
+  page.document->get_body(&body);
+  return Text(Page::Demand(body), &IHTMLElement::get_id);
 }
 
 const Fact kFacts[] = {
-    {"dom.c:4420-36", kAll,
-     [](const Page& page) { return Text<&IHTMLElement::get_className>(page, L"kids"); }, "NULL"},
-    {"dom.c:4420-36", kAll, [](const Page& page) { return Text<&IHTMLElement::get_title>(page, L"kids"); },
-     "NULL"},
-    {"dom.c:3068-82", kAll,
-     [](const Page& page) { return Text<&IHTMLElement::get_innerText>(page, L"last"); }, "NULL"},
-    {"dom.c:3068-82", kAll,
-     [](const Page& page) { return Text<&IHTMLElement::get_innerHTML>(page, L"last"); }, "NULL"},
-    {"dom.c:11498-99", kAll,
-     [](const Page& page) { return Text<&IHTMLElement::get_tagName>(page, L"invented"); }, "'TEST'"},
-    {"dom.c:596-97", kFrom9,
-     [](const Page& page) { return Text<&IHTMLElement::get_tagName>(page, L"circle"); }, "'circle'"},
-    {"dom.c:10239", kAll, [](const Page& page) { return Text<&IHTMLElement::get_innerText>(page, L"list"); },
-     "'opt1opt2'"},
-    {"dom.c:10199-10231", kAll, [](const Page& page) { return Root(page, &IHTMLElement::get_parentElement); },
-     "NULL"},
+    {"empty-id", kAll, IdOfBody, "NULL"},
+    {"empty-class-name", kAll, [](const Page& page) { return kClassName(page, L"kids"); }, "NULL"},
+    {"empty-inner-text", kAll, [](const Page& page) { return kInnerText(page, L"last"); }, "NULL"},
+    {"id", kAll, [](const Page& page) { return kId(page, L"kids"); }, "'kids'"},
+    {"tag-name", kAll, [](const Page& page) { return kTagName(page, L"kids"); }, "'DIV'"},
+    {"tag-name", kAll, [](const Page& page) { return kTagName(page, L"invented"); }, "'TEST'"},
+    {"tag-name", kFrom9, [](const Page& page) { return kTagName(page, L"circle"); }, "'circle'"},
+    {"inner-text-list", kAll, [](const Page& page) { return kInnerText(page, L"list"); }, "'opt1opt2'"},
+    {"put-inner-text", kAll, PutInnerText, "S_OK 'plain' []"},
+    {"parent-of-root", kAll, ParentOfRoot, "NULL"},
     // Attributes.
-    {"dom.c:1526-29", kAll, [](const Page& page) { return Attribute(page, L"kids", L"nothing"); }, "VT_NULL"},
-    {"dom.c:1533-76", kTo7, [](const Page& page) { return Attribute(page, L"placed", L"offsetWidth"); },
-     "VT_I4 40"},
-    {"documentmode.js:2796-2815", kFrom9,
+    {"attribute-missing", kAll, [](const Page& page) { return Attribute(page, L"kids", L"nothing"); },
+     "VT_NULL"},
+    {"attribute-native-type", kTo7, [](const Page& page) { return Attribute(page, L"item", L"value", 0); },
+     "VT_I4 3"},
+    {"attribute-native-type", kFrom8, [](const Page& page) { return Attribute(page, L"item", L"value", 0); },
+     "VT_BSTR '3'"},
+    {"attribute-literal", kAll, [](const Page& page) { return Attribute(page, L"link", L"href"); },
+     "VT_BSTR 'next.htm?a=b'"},
+    {"attribute-literal", kTo7, [](const Page& page) { return Attribute(page, L"item", L"value"); },
+     "VT_BSTR '3'"},
+    {"attribute-case", kAll, [](const Page& page) { return Attribute(page, L"link", L"HREF"); },
+     "VT_BSTR 'next.htm?a=b'"},
+    {"attribute-unset", kTo7, [](const Page& page) { return Attribute(page, L"kids", L"className"); },
+     "VT_BSTR NULL"},
+    {"attribute-unset", kTo7, [](const Page& page) { return Attribute(page, L"kids", L"title"); },
+     "VT_BSTR NULL"},
+    {"attribute-unset", kFrom8, [](const Page& page) { return Attribute(page, L"kids", L"title"); },
+     "VT_NULL"},
+    {"attribute-property", kTo7, [](const Page& page) { return Attribute(page, L"placed", L"offsetWidth"); },
+     "VT_BSTR '40'"},
+    {"attribute-property", kFrom9,
      [](const Page& page) { return Attribute(page, L"placed", L"offsetWidth"); }, "VT_NULL"},
-    {"documentmode.js:2730-40", kTo7, [](const Page& page) { return Attribute(page, L"first", L"class"); },
+    {"attribute-class", kTo7, [](const Page& page) { return Attribute(page, L"first", L"class"); },
      "VT_NULL"},
-    {"documentmode.js:2730-40", kFrom8, [](const Page& page) { return Attribute(page, L"first", L"class"); },
+    {"attribute-class", kFrom8, [](const Page& page) { return Attribute(page, L"first", L"class"); },
      "VT_BSTR 'one two'"},
-    {"documentmode.js:2730-40", kTo7,
-     [](const Page& page) { return Attribute(page, L"first", L"className"); }, "VT_BSTR 'one two'"},
-    {"documentmode.js:2730-40", kFrom8,
-     [](const Page& page) { return Attribute(page, L"first", L"className"); }, "VT_NULL"},
-    {"Sizzle attribute/property interpolation", kFrom8,
-     [](const Page& page) { return Attribute(page, L"link", L"href"); }, "VT_BSTR 'next.htm?a=b'"},
-    {"Sizzle attribute/property interpolation", kTo7,
-     [](const Page& page) { return Attribute(page, L"link", L"href", 2); }, "VT_BSTR 'next.htm?a=b'"},
-    {"jQuery support.style", kFrom9, [](const Page& page) { return Attribute(page, L"hidden", L"style"); },
-     "VT_BSTR 'display: none'"},
-    {"dom.js:729-750", kFrom9, [](const Page& page) { return Attribute(page, L"field", L"disabled"); },
+    {"attribute-class-name", kTo7, [](const Page& page) { return Attribute(page, L"first", L"className"); },
+     "VT_BSTR 'one two'"},
+    {"attribute-class-name", kFrom8, [](const Page& page) { return Attribute(page, L"first", L"className"); },
      "VT_NULL"},
-    {"Sizzle getAttribute lies", kTo7,
-     [](const Page& page) { return Attribute(page, L"field", L"disabled"); }, "VT_BOOL false"},
-    {"Sizzle Use defaultValue in place of getAttribute(value)", kTo8,
-     [](const Page& page) { return Attribute(page, L"typed", L"value"); }, "VT_BSTR 'now'"},
-    {"Sizzle Use defaultValue in place of getAttribute(value)", kFrom9,
-     [](const Page& page) { return Attribute(page, L"typed", L"value"); }, "VT_BSTR 'first'"},
-    // Actions and geometry.
-    {"events.c:2622-40", kAll, Click, "'clicked'"},
-    {"dom.c:8579", kAll, [](const Page& page) { return Display(page, L"hidden"); }, "'none'"},
-    {"dom.c:8579", kAll, [](const Page& page) { return Display(page, L"kids"); }, "'block'"},
-    {"dom.c:6084-6112", kFrom9, Rectangle, "S_OK 40x30 at 200,100"},
-    {"fbjs getElementRect", kTo7, Rectangle, "S_OK 40x30 at 202,102"},
-    {"hh869631", k5, Frame, "0"},
-    {"hh869631", k7, Frame, "2"},
-    {"hh869631", kFrom9, Frame, "0"},
-    {"htmlelem.c:1711-36", kAll, [](const Page& page) { return ScrollIntoView(page, Variant::Bool(true)); },
-     "S_OK at the top"},
-    {"htmlelem.c:1711-36", kAll, [](const Page& page) { return ScrollIntoView(page, Variant::Bool(false)); },
-     "S_OK below the top"},
-    {"events.c:3159-72", kAll, Focus, "<INPUT#field>"},
+    {"attribute-for", kTo7, [](const Page& page) { return Attribute(page, L"label", L"htmlFor"); },
+     "VT_BSTR 'field'"},
+    {"attribute-for", kTo7, [](const Page& page) { return Attribute(page, L"label", L"for"); }, "VT_NULL"},
+    {"attribute-for", kFrom9, [](const Page& page) { return Attribute(page, L"label", L"for"); },
+     "VT_BSTR 'field'"},
+    {"attribute-style", kTo7, [](const Page& page) { return AttributeKind(page, L"hidden", L"style"); },
+     "VT_DISPATCH"},
+    {"attribute-style", kTo7, CssText, "'display: none;'"},
+    {"attribute-style", k8, [](const Page& page) { return Attribute(page, L"kids", L"style"); }, "VT_NULL"},
+    {"attribute-style", kFrom9, [](const Page& page) { return Attribute(page, L"hidden", L"style"); },
+     "VT_BSTR 'display: none'"},
+    {"attribute-event", kTo7, [](const Page& page) { return AttributeKind(page, L"button", L"onclick"); },
+     "VT_DISPATCH"},
+    {"attribute-event", kFrom9, [](const Page& page) { return AttributeKind(page, L"button", L"onclick"); },
+     "VT_BSTR"},
+    {"attribute-boolean", kFrom9, [](const Page& page) { return Attribute(page, L"field", L"disabled"); },
+     "VT_NULL"},
+    {"attribute-boolean", kFrom9, DisabledByProgram, "VT_BSTR NULL"},
+    {"attribute-value", k8, [](const Page& page) { return Attribute(page, L"typed", L"value"); },
+     "VT_BSTR 'now'"},
+    {"attribute-value", kFrom9, [](const Page& page) { return Attribute(page, L"typed", L"value"); },
+     "VT_BSTR 'first'"},
+    {"attribute-node", kAll, [](const Page& page) { return AttributeNode(page, L"link", L"href"); },
+     "S_OK written"},
+    {"attribute-node", kTo7, [](const Page& page) { return AttributeNode(page, L"kids", L"title"); },
+     "S_OK not written"},
+    {"attribute-node", kFrom9, [](const Page& page) { return AttributeNode(page, L"kids", L"title"); },
+     "S_OK no node"},
+    {"attribute-node", kAll, [](const Page& page) { return AttributeNode(page, L"kids", L"nothing"); },
+     "S_OK no node"},
+    // Members by name.
+    {"member-by-name", kAll, [](const Page& page) { return LateBoundText(page, L"c1"); }, "VT_BSTR '1'"},
+    {"member-numbers", kFrom9, InvokeConstant, "DISP_E_MEMBERNOTFOUND"},
+    {"member-numbers", kTo8, InvokeConstant, "VT_BSTR '1'"},
+    {"member-numbers", kFrom9, NumbersOfTwoTypes, "different"},
 };
 
 }  // namespace

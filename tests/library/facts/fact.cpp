@@ -81,6 +81,13 @@ ComPtr<IHTMLElement> Page::Element(const wchar_t* id) const {
   return Demand(element);
 }
 
+void Run(const Page& page, const wchar_t* script) {
+  ComPtr<IHTMLWindow2> window;
+  page.document->get_parentWindow(&window);
+  Variant nothing;
+  Page::Demand(window)->execScript(Bstr(script).get(), Bstr(L"JScript").get(), nothing.put());
+}
+
 std::string Answer(HRESULT result) {
   static const std::map<HRESULT, std::string> kNames = {
       {S_OK, "S_OK"},

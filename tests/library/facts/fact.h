@@ -1,5 +1,7 @@
 // Facts about Internet Explorer's objects, asked of a browser over COM from another process. A fact is one
-// row: where it is known from, the document modes that it holds in, the question, and the answer as text.
+// row: its name, the document modes that it holds in, the question, and the answer as text. docs/fidelity.md
+// says of each name what the behaviour is and where it is known from; rows of one name are one fact in
+// several modes.
 #pragma once
 
 #include <windows.h>
@@ -58,15 +60,26 @@ struct Page {
 };
 
 struct Fact {
-  const char* source;
+  const char* name;
   unsigned modes;
   std::string (*ask)(const Page&);
   const char* answer;
 };
 
+/// A page by its source and what its document says of itself: mode and compatMode.
+struct OtherPage {
+  const char* name;
+  const char* source;
+  const char* answer;
+};
+
+std::span<const OtherPage> OtherPages();
+std::string ModeAndCompatMode(const Page& page);
+
 std::span<const Fact> DocumentFacts();
 std::span<const Fact> CollectionFacts();
 std::span<const Fact> ElementFacts();
+std::span<const Fact> ActionFacts();
 std::span<const Fact> ControlFacts();
 std::span<const Fact> FrameAndWindowFacts();
 std::span<const Fact> BrowserFacts();
@@ -78,5 +91,14 @@ std::string Answer(HRESULT result, const Bstr& text);
 std::string Answer(HRESULT result, LONG number);
 std::string Answer(HRESULT result, const Variant& value);
 std::string Answer(HRESULT result, IUnknown* object);
+/// A text that a property answers.
+template <class Interface>
+std::string Text(const ComPtr<Interface>& object, HRESULT (STDMETHODCALLTYPE Interface::*get)(BSTR*)) {
+  Bstr text;
+  const HRESULT result = (object.Get()->*get)(text.put());
+  return Answer(result, text);
+}
+/// Runs a script of the page's own.
+void Run(const Page& page, const wchar_t* script);
 
 }  // namespace quillmate::test

@@ -3,6 +3,7 @@
 
 #include <oleacc.h>
 #include <servprov.h>
+#include <memory>
 
 #include "com/apartment.h"
 #include "com/encoding.h"
@@ -18,18 +19,27 @@ using quillmate::com::Query;
 /// What the questions are about.
 const char kBody[] = R"(<body style="margin: 0">
 <div id=kids><p id=first class="one two">text</p><!-- comment --><b id=second class="two">bold</b></div>
-<div id=pair><i name=twice></i><u name=twice></u></div>
-<p id=last></p><span name=named></span><test id=invented></test><svg><circle id=circle /></svg>
-<a id=link href="next.htm?a=b">link</a><div id=hidden style="display: none"></div>
+<div id=pair><i name=twice></i><u name=twice></u></div><div id=nest><div id=nested><i></i></div></div>
+<p id=last></p><span name=named></span><test id=invented name=ghost></test><svg><circle id=circle /></svg>
+<a name=clash></a><i id=clash></i><div id=quiet><noscript><big>no scripts</big></noscript></div><ul><li id=item value=3>three</li></ul>
+<a id=link href="next.htm?a=b">link</a><label id=label for=field>label</label><div id=written-over>a<b>b</b></div>
+<style>#styled { padding-left: 1em; padding-top: 12pt } div { padding-left: 0 } .none { padding-left: 7px }</style>
+<div id=hidden style="display: none"></div><div id=styled></div>
 <div id=placed style="position: absolute; left: 200px; top: 100px; width: 40px; height: 30px; overflow: hidden"></div>
-<input id=field><input id=typed value=first><button id=button onclick="this.title = 'clicked'">b</button>
-<select id=list onchange="this.title += 'changed '"><option>opt1</option><option>opt2</option></select>
-<table id=table><tbody><tr id=b1><td id=c1>1</td><th id=c2>2</th></tr></tbody><thead><tr id=h><th>head</th></tr></thead>
-<tbody><tr id=b2><td>3</td></tr></tbody></table>
-<table id=outer><tr id=o1><td><table><tr id=nested><td>n</td></tr></table></td></tr></table>
-<textarea id=area></textarea><input id=written value=first><input type=checkbox id=box onchange="this.title = 'changed'" onclick="this.title = 'clicked'">
+<input id=field onchange="this.title = 'changed'"><input id=typed value=first><input id=fresh value=first>
+<input type=file id=file><button id=button value=b1 onclick="this.title = 'clicked'">b</button>
+<form id=form action="/none" onsubmit="this.title += ' submit'; return false">
+<input type=submit id=submit onclick="this.form.title = 'click'"></form>
+<select id=list onchange="this.title += 'changed '"><option>opt1</option><option value=two>opt2</option></select>
+<select id=valued onchange="this.title += 'change'"><option value=v1>1</option><option value=v2>2</option></select>
+<table id=table><tbody><tr id=b1><td id=c1>1</td><th id=c2>2</th></tr></tbody>
+<thead><tr id=h><th>head</th></tr></thead><tbody><tr id=b2><td>3</td></tr></tbody></table>
+<div id=bare><table><tr><td></td></tr></table></div>
+<table id=outer><tr id=o1><td><table><tr id=nested-row><td>n</td></tr></table></td></tr></table>
+<textarea id=area></textarea><textarea id=lines>a
+b</textarea>
 <div style="height: 3000px"></div><h6 id=far>far</h6><div style="height: 3000px"></div>
-<script>document.getElementById('typed').value = 'now';</script>
+<script>var typed = document.getElementById('typed'); typed.value = 'now';</script>
 )";
 
 struct ModeName {
@@ -37,12 +47,13 @@ struct ModeName {
   const char* head;
 };
 const ModeName kModes[] = {
-    {k5, "<html><head>"},
-    {k7, "<!DOCTYPE html><html><head><meta http-equiv='X-UA-Compatible' content='IE=7'>"},
-    {k8, "<!DOCTYPE html><html><head><meta http-equiv='X-UA-Compatible' content='IE=8'>"},
-    {k9, "<!DOCTYPE html><html><head><meta http-equiv='X-UA-Compatible' content='IE=9'>"},
-    {k10, "<!DOCTYPE html><html><head><meta http-equiv='X-UA-Compatible' content='IE=10'>"},
-    {k11, "<!DOCTYPE html><html><head>"},
+    {k5, "<html><head><title>facts</title>"},
+    {k7, "<!DOCTYPE html><html><head><title>facts</title><meta http-equiv='X-UA-Compatible' content='IE=7'>"},
+    {k8, "<!DOCTYPE html><html><head><title>facts</title><meta http-equiv='X-UA-Compatible' content='IE=8'>"},
+    {k9, "<!DOCTYPE html><html><head><title>facts</title><meta http-equiv='X-UA-Compatible' content='IE=9'>"},
+    {k10,
+     "<!DOCTYPE html><html><head><title>facts</title><meta http-equiv='X-UA-Compatible' content='IE=10'>"},
+    {k11, "<!DOCTYPE html><html><head><title>facts</title>"},
 };
 
 ComPtr<ITypeLib> LoadPageTypeLibrary() {
@@ -87,14 +98,16 @@ bool IsLoaded(const Page& page, const std::wstring& address) {
   return url.view() == address && state.view() == L"complete";
 }
 
-void Navigate(const Page& page, const std::string& address) {
-  const std::wstring wide = quillmate::com::FromUtf8(address);
-  VARIANT url = {};
-  const Bstr text(wide);
-  url.vt = VT_BSTR;
-  url.bstrVal = text.get();
+void Open(const Page& page, const std::string& address) {
+  const Variant text = Variant::Text(quillmate::com::FromUtf8(address));
+  VARIANT url = text.get();
   VARIANT none = {};
   ASSERT_EQ(Answer(page.browser->Navigate2(&url, &none, &none, &none, &none)), "S_OK");
+}
+
+void Navigate(const Page& page, const std::string& address) {
+  const std::wstring wide = quillmate::com::FromUtf8(address);
+  Open(page, address);
   for (int round = 0; round < 600 && !IsLoaded(page, wide); ++round) Sleep(50);
   ASSERT_TRUE(IsLoaded(page, wide)) << address;
 }
@@ -107,30 +120,98 @@ std::string Ask(const Fact& fact, const Page& page) {
   }
 }
 
-TEST(Facts, HoldInTheirModes) {
-  const quillmate::com::Apartment apartment;
-  // Kept loaded, or some systems read it again for each object.
-  const auto type_library = LoadPageTypeLibrary();
-  PageServer server;
-  PageServer other_origin;
-  const std::string inner = server.Page("/inner", "<!DOCTYPE html><title>inside</title>");
-  const std::string foreign = other_origin.Page("/foreign", "<!DOCTYPE html><title>foreign</title>");
-  const std::string frames =
-      "<iframe id=frame name=inner src='" + inner + "'></iframe><iframe src='" + foreign + "'></iframe>";
-  const Browser browser("about:blank");
-  const Page page = Reach(browser.Page());
+std::string Url(const Page& page) { return Text(page.document, &IHTMLDocument2::get_URL); }
+
+/// A browser for all facts, and the servers of what it shows.
+class Facts : public testing::Test {
+ protected:
+  static void SetUpTestSuite() {
+    desk = std::make_unique<Desk>();
+  }
+  static void TearDownTestSuite() { desk.reset(); }
+
+  struct Desk {
+    quillmate::com::Apartment apartment;
+    /// Kept loaded, or some systems read it again for each object.
+    ComPtr<ITypeLib> type_library = LoadPageTypeLibrary();
+    PageServer server;
+    PageServer other_origin;
+    Browser browser{"about:blank"};
+    Page page = Reach(browser.Page());
+  };
+  static inline std::unique_ptr<Desk> desk;
+};
+
+TEST_F(Facts, HoldInTheirModes) {
+  const std::string inner = "<iframe id=frame name=inner src='/inner'></iframe>";
+  desk->server.Page("/inner", "<!DOCTYPE html><title>inside</title>");
+  const std::string foreign = desk->other_origin.Page("/foreign", "<!DOCTYPE html><title>foreign</title>");
+  const std::string frames = inner + "<iframe src='" + foreign + "'></iframe><iframe id=blank></iframe>";
   for (const auto& [mode, head] : kModes) {
-    Navigate(page, server.Page("/mode" + std::to_string(mode), head + ("</head>" + (kBody + frames))));
+    const std::string path = "/mode" + std::to_string(mode);
+    Navigate(desk->page, desk->server.Page(path, head + ("</head>" + (kBody + frames))) + "#part");
     if (HasFatalFailure()) return;
-    for (const auto facts : {DocumentFacts(), CollectionFacts(), ElementFacts(), ControlFacts(),
-                             FrameAndWindowFacts(), BrowserFacts()}) {
+    for (const auto facts : {DocumentFacts(), CollectionFacts(), ElementFacts(), ActionFacts(),
+                             ControlFacts(), FrameAndWindowFacts(), BrowserFacts()}) {
       for (const Fact& fact : facts) {
         if ((fact.modes & mode) == 0) continue;
-        EXPECT_EQ(Ask(fact, page), fact.answer)
-            << fact.source << ", row " << &fact - facts.data() << " of its table: " << head;
+        EXPECT_EQ(Ask(fact, desk->page), fact.answer) << fact.name << " " << head;
       }
     }
   }
+}
+
+TEST_F(Facts, ModesFollowWhatPagesWish) {
+  for (const OtherPage& other : OtherPages()) {
+    Navigate(desk->page, desk->server.Page("/" + std::string(other.name), other.source));
+    if (HasFatalFailure()) return;
+    EXPECT_EQ(ModeAndCompatMode(desk->page), other.answer) << other.name << " " << other.source;
+    // The next page of that address must be another document.
+    Navigate(desk->page, "about:blank");
+  }
+}
+
+TEST_F(Facts, FramesOfAFramesetAreFrames) {
+  desk->server.Page("/inner", "<!DOCTYPE html><title>inside</title>");
+  Navigate(desk->page, desk->server.Page("/frameset",
+                                         "<frameset cols=50%,50%><frame src=/inner name=left>"
+                                         "<frame src=/inner name=right></frameset>"));
+  if (HasFatalFailure()) return;
+  const Variant index = Variant::Int(1);
+  VARIANT key = index.get();
+  ComPtr<IHTMLFramesCollection2> frames;
+  Variant frame;
+  desk->page.document->get_frames(&frames);
+  EXPECT_EQ(Answer(frames->item(&key, frame.put()), frame), "VT_DISPATCH window");
+  ComPtr<IHTMLWindow2> parent;
+  ComPtr<IHTMLWindow2> top;
+  frame.As<IHTMLWindow2>()->get_parent(&parent);
+  frame.As<IHTMLWindow2>()->get_top(&top);
+  EXPECT_TRUE(quillmate::com::IsSameObject(parent.Get(), top.Get()));
+}
+
+/// The parser waits for a script that never comes: there is a head, and no body yet.
+TEST_F(Facts, ALoadingDocumentHasNoBody) {
+  Navigate(desk->page, "about:blank");
+  const std::string page =
+      "<!DOCTYPE html><head><script src='" + desk->server.EndlessPage() + "'></script><body>";
+  const std::string address = desk->server.Page("/loading", page);
+  Open(desk->page, address);
+  for (int round = 0; round < 600 && Url(desk->page) != "'" + address + "'"; ++round) Sleep(50);
+  ComPtr<IHTMLElement> body;
+  EXPECT_EQ(Answer(desk->page.document->get_body(&body), body.Get()), "NULL");
+  EXPECT_EQ(Text(desk->page.document, &IHTMLDocument2::get_readyState), "'loading'");
+}
+
+TEST_F(Facts, AddressesOfFilesAndOfFailures) {
+  const std::string file = FilePage("facts.html");
+  Navigate(desk->page, file);
+  const std::string refused = "http://127.0.0.1:1/refused";
+  Open(desk->page, refused);
+  for (int round = 0; round < 600 && Url(desk->page) == "'" + file + "'"; ++round) Sleep(50);
+  const std::string address = Url(desk->page);
+  EXPECT_TRUE(address.starts_with("'res://")) << address;
+  EXPECT_TRUE(address.ends_with("#" + refused + "'")) << address;
 }
 
 }  // namespace

@@ -1,0 +1,118 @@
+// The questions about Internet Explorer to which nobody knows the answer: the commands that meet them, run
+// under each answer that is possible. A command is right under every one of them, or fails with its message.
+#include <windows.h>
+
+#include "com/encoding.h"
+#include "support/page_test.h"
+
+namespace quillmate::test {
+namespace {
+
+const std::string kOld = "";
+const std::string kNew = "<!doctype html>";
+
+const std::string kPage = R"(<p class=two>first</p><p class=two>second</p><a name=link>one</a>
+<select id=list><option value=v1>opt1</option><option>opt2</option><option value=v3>opt3</option></select>
+<textarea id=area>a
+b</textarea><input id=field value=written>
+<script>document.getElementById('field').value = 'now';</script>)";
+
+/// Makes the browser answer a question so.
+bool Choose(HWND page, const std::string& choice) {
+  const ATOM atom = GlobalAddAtomW(com::FromUtf8(choice).c_str());
+  const UINT steering = RegisterWindowMessageW(L"testbrowser answer");
+  const LRESULT known = SendMessageW(page, steering, atom, 0);
+  GlobalDeleteAtom(atom);
+  return known == 1;
+}
+
+struct Row {
+  const char* choice;
+  const std::string& mode;
+  const char* command;
+  const char* target;
+  const char* value;
+  Envelope answer;
+  /// A script that reads what the command did, and what it must read; null for none.
+  const char* script = nullptr;
+  const char* read = nullptr;
+};
+
+class UnknownAnswers : public PageTest {
+ protected:
+  static void Try(const std::vector<Row>& rows) {
+    for (const Row& row : rows) {
+      SCOPED_TRACE(std::string(row.choice) + " " + row.mode + row.command + " " + row.target);
+      Show(row.mode + kPage);
+      ASSERT_TRUE(Choose(TheBrowser().Page(), row.choice));
+      EXPECT_EQ(Call(row.command, {{"target", row.target}, {"value", row.value}}), row.answer);
+      if (row.script == nullptr) continue;
+      EXPECT_EQ(Script(row.script), row.read);
+    }
+    ASSERT_TRUE(Choose(TheBrowser().Page(), rows.back().choice)) << "the default comes last";
+  }
+};
+
+TEST_F(UnknownAnswers, EvalOfAWindow) {
+  const Envelope refused = Failed("Execute script failed!");
+  Try({{"eval=absent", kNew, "executescript", "", "6 * 7", refused},
+       {"eval=absent", kOld, "executescript", "", "6 * 7", refused},
+       {"eval=refused", kNew, "executescript", "", "6 * 7", refused},
+       {"eval=refused", kOld, "executescript", "", "6 * 7", refused},
+       {"eval=there", kNew, "executescript", "", "6 * 7", Answered("42")},
+       {"eval=there", kOld, "executescript", "", "6 * 7", Answered("42")},
+       {"eval=assigned", kNew, "executescript", "", "6 * 7", Answered("42")},
+       {"eval=assigned", kOld, "executescript", "", "6 * 7", Answered("42")}});
+}
+
+TEST_F(UnknownAnswers, ClassSearchInOldModes) {
+  Try({{"class-search=absent", kOld, "gettext", "class=two", "", Failed("Element not found!")},
+       {"class-search=absent", kNew, "gettext", "class=two", "", Answered("first")},
+       {"class-search=there", kOld, "gettext", "class=two", "", Answered("first")}});
+}
+
+TEST_F(UnknownAnswers, ItemsBeforeTheFirst) {
+  const Envelope none = Failed("Find element failed in 1's Xpath node [ //p[0] ]!");
+  Try({{"negative-item=null", kOld, "gettext", "xpath=//p[0]", "", none},
+       {"negative-item=null", kOld, "gettext", "name=link[0]", "", Failed("Element not found!")},
+       {"negative-item=refused", kNew, "gettext", "xpath=//p[0]", "", none},
+       {"negative-item=refused", kNew, "gettext", "name=link[0]", "", Failed("Element not found!")},
+       {"negative-item=by-mode", kNew, "gettext", "xpath=//p[2]", "", Answered("second")}});
+}
+
+TEST_F(UnknownAnswers, ValuesOfOptionsWithoutOne) {
+  const char* index = "document.getElementById('list').selectedIndex";
+  Try({{"option-value=text", kOld, "select_m", "id=list", "value=opt2", Succeeded(), index, "1"},
+       {"option-value=by-mode", kOld, "select_m", "id=list", "value=opt2", Failed("Target option not found!"),
+        index, "0"},
+       {"option-value=by-mode", kNew, "select_m", "id=list", "value=opt2", Succeeded(), index, "1"}});
+}
+
+TEST_F(UnknownAnswers, TheValueAttributeOfAList) {
+  const char* index = "document.getElementById('list').selectedIndex";
+  Try({{"select-value-attribute=selects", kNew, "sendkeystoelement", "id=list", "v3", Succeeded(), index,
+        "2"},
+       {"select-value-attribute=plain", kOld, "sendkeystoelement", "id=list", "v3", Succeeded(), index, "0"},
+       {"select-value-attribute=by-mode", kNew, "sendkeystoelement", "id=list", "v3", Succeeded(), index,
+        "0"}});
+}
+
+TEST_F(UnknownAnswers, LineEndsOfATextArea) {
+  const char* value = "document.getElementById('area').value.replace(/\\n/g, '|')";
+  Try({{"textarea-lines=windows", kNew, "append", "id=area", " c", Succeeded(), value, "a|b c"},
+       {"textarea-lines=plain", kNew, "append", "id=area", " c", Succeeded(), value, "a|b c"}});
+}
+
+TEST_F(UnknownAnswers, TheWrittenValueOfAField) {
+  Try({{"literal-value=current", kOld, "getattribute", "id=field", "value", Answered("now")},
+       {"literal-value=source", kOld, "getattribute", "id=field", "value", Answered("written")}});
+}
+
+TEST_F(UnknownAnswers, AreNamedOrRefused) {
+  for (const char* choice : {"eval", "eval=", "eval=perhaps", "nothing=absent"}) {
+    EXPECT_FALSE(Choose(TheBrowser().Page(), choice)) << choice;
+  }
+}
+
+}  // namespace
+}  // namespace quillmate::test
