@@ -125,9 +125,7 @@ std::string Url(const Page& page) { return Text(page.document, &IHTMLDocument2::
 /// A browser for all facts, and the servers of what it shows.
 class Facts : public testing::Test {
  protected:
-  static void SetUpTestSuite() {
-    desk = std::make_unique<Desk>();
-  }
+  static void SetUpTestSuite() { desk = std::make_unique<Desk>(); }
   static void TearDownTestSuite() { desk.reset(); }
 
   struct Desk {
