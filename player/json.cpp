@@ -63,10 +63,7 @@ class Walker {
 }  // namespace
 
 std::string PrintCompact(const cJSON* item) {
-  struct TextDeleter {
-    void operator()(char* text) const { cJSON_free(text); }
-  };
-  const std::unique_ptr<char, TextDeleter> text(cJSON_PrintUnformatted(item));
+  const com::JsonText text(cJSON_PrintUnformatted(item));
   return text ? text.get() : "";
 }
 

@@ -1,18 +1,15 @@
 // The player's JSON: owned trees, and where in a script line a member stands.
 #pragma once
 
-#include <cJSON.h>
-#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "com/json.h"
+
 namespace quillmate::player {
 
-struct JsonDeleter {
-  void operator()(cJSON* item) const { cJSON_Delete(item); }
-};
-using JsonPtr = std::unique_ptr<cJSON, JsonDeleter>;
+using com::JsonPtr;
 
 /// @return the text of a tree on one line.
 std::string PrintCompact(const cJSON* item);

@@ -18,10 +18,7 @@ std::string Element(std::string_view tag, std::string_view name, std::string_vie
 }
 
 std::string PrintIndented(const cJSON* item) {
-  struct TextDeleter {
-    void operator()(char* text) const { cJSON_free(text); }
-  };
-  const std::unique_ptr<char, TextDeleter> text(cJSON_Print(item));
+  const com::JsonText text(cJSON_Print(item));
   return text ? text.get() : "";
 }
 

@@ -6,11 +6,13 @@
 #include <map>
 
 #include "com/com_ptr.h"
+#include "com/no_destructor.h"
 
 namespace testbrowser::dom {
 namespace {
 
 using quillmate::com::ComPtr;
+using quillmate::com::NoDestructor;
 
 // __uuidof knows interfaces only; these are libraries.
 constexpr GUID kMshtmlLibrary = {
@@ -31,12 +33,13 @@ ComPtr<ITypeLib> Load(const GUID& library, WORD major, WORD minor) {
 }  // namespace
 
 ITypeInfo* TypeInfoOf(REFIID iid) {
-  // Never destroyed: the process may end while other threads still use them.
-  static const auto& libraries =
-      *new std::array<ComPtr<ITypeLib>, 2>{Load(kMshtmlLibrary, 4, 0), Load(kBrowserLibrary, 1, 1)};
-  static auto& known = *new std::map<IID, ComPtr<ITypeInfo>, IidOrder>;
-  auto& info = known[iid];
-  for (const auto& library : libraries) {
+  // The process may end while other threads still use them.
+  using Libraries = std::array<ComPtr<ITypeLib>, 2>;
+  static NoDestructor<Libraries> libraries(
+      Libraries{Load(kMshtmlLibrary, 4, 0), Load(kBrowserLibrary, 1, 1)});
+  static NoDestructor<std::map<IID, ComPtr<ITypeInfo>, IidOrder>> known;
+  auto& info = (*known)[iid];
+  for (const auto& library : *libraries) {
     if (info == nullptr && library != nullptr) library->GetTypeInfoOfGuid(iid, info.GetAddressOf());
   }
   return info.Get();

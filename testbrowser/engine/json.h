@@ -1,19 +1,16 @@
 // JSON as an owned value, and the few readers and builders that protocol code is full of.
 #pragma once
 
-#include <cJSON.h>
 #include <initializer_list>
-#include <memory>
 #include <string>
 #include <string_view>
 #include <utility>
 
+#include "com/json.h"
+
 namespace testbrowser::engine {
 
-struct JsonDeleter {
-  void operator()(cJSON* value) const { cJSON_Delete(value); }
-};
-using JsonPtr = std::unique_ptr<cJSON, JsonDeleter>;
+using quillmate::com::JsonPtr;
 
 /// Parses one message of the protocol. Page text may hold lone surrogates, which no parser of JSON takes:
 /// their escapes become U+FFFD first.

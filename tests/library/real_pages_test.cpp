@@ -1,23 +1,18 @@
 // Pages made with real front-end libraries: grids, drags of both kinds, a calendar, a validated form. Each
 // page writes down what reached it.
 #include <windows.h>
-#include <cJSON.h>
 #include <gtest/gtest.h>
-
-#include <memory>
 #include <string>
 #include <vector>
 
+#include "com/json.h"
 #include "support/browser.h"
 #include "support/library.h"
 
 namespace quillmate::test {
 namespace {
 
-struct JsonDeleter {
-  void operator()(cJSON* item) const { cJSON_Delete(item); }
-};
-using JsonPtr = std::unique_ptr<cJSON, JsonDeleter>;
+using quillmate::com::JsonPtr;
 using Row = std::vector<std::string>;
 using Table = std::vector<Row>;
 

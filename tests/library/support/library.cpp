@@ -2,20 +2,16 @@
 #include "support/library.h"
 
 #include <windows.h>
-#include <cJSON.h>
-#include <memory>
 #include <ostream>
 #include <stdexcept>
+
+#include "com/json.h"
 
 namespace quillmate::test {
 namespace {
 
-struct JsonDeleter {
-  void operator()(cJSON* item) const { cJSON_Delete(item); }
-  void operator()(char* text) const { cJSON_free(text); }
-};
-using JsonPtr = std::unique_ptr<cJSON, JsonDeleter>;
-using JsonText = std::unique_ptr<char, JsonDeleter>;
+using com::JsonPtr;
+using com::JsonText;
 using Command = const char* (*)(const char*);
 
 Command FindCommand(const char* name) {

@@ -2,15 +2,13 @@
 #include "support/page_test.h"
 
 #include <windows.h>
-#include <cJSON.h>
+
+#include "com/json.h"
 
 namespace quillmate::test {
 namespace {
 
-struct JsonDeleter {
-  void operator()(cJSON* item) const { cJSON_Delete(item); }
-};
-using JsonPtr = std::unique_ptr<cJSON, JsonDeleter>;
+using com::JsonPtr;
 
 struct Desk {
   PageServer server;
