@@ -1,4 +1,4 @@
-// The texts that the library hands to its host: {"success": …, "result": …, "log": …}, and who owns them.
+// The texts that the library returns to its host, {"success": …, "result": …, "log": …}, and their buffers.
 #pragma once
 
 #include <string>
@@ -26,7 +26,7 @@ class TextBuffer {
 };
 
 /// The last text of each group. Numbers and booleans are one group, texts and structured values the other: a
-/// host can read a text while it issues commands that answer plain successes.
+/// host can read a text while it issues commands that return plain successes.
 class ResultBuffers {
  public:
   /// Prints the result into its group's buffer, where it takes the place of the group's former text.

@@ -1,4 +1,4 @@
-// Every text that a command can answer in "log", exactly as hosts know it: spelling, capitals and the missing
+// Every text that a command can return in "log", exactly as hosts know it: spelling, capitals and the missing
 // "!" of some included. Placeholders such as %s are part of the text and are never filled in.
 #pragma once
 
@@ -89,7 +89,7 @@ inline constexpr char kInvalidArea[] =
 inline constexpr char kLocalFileMissing[] =
     "Parameter verification failed!The local file path does not exist!";
 
-// Kept for hosts that know the whole set; no command answers them.
+// Kept for hosts that know the whole set; no command returns them.
 inline constexpr char kExceptionHappenedWhenFindingBrowser[] = "Exception happened when finding browser!";
 inline constexpr char kTheHeightAndWidthCannotBeNegative[] = "The height and width cannot be negative!";
 inline constexpr char kDragAndDropByOffsetFailed[] = "Drag and drop by offset failed!";

@@ -1,4 +1,3 @@
-// The expressions and their compilation.
 #include "api/patterns.h"
 
 #include <array>

@@ -1,11 +1,10 @@
-// The forms of texts that commands recognise, as regular expressions over bytes.
 #pragma once
 
 #include <string_view>
 
 namespace quillmate {
 
-/// A value is named after the form it stands for; patterns.cpp gives the expressions.
+/// The forms of text that commands recognise, as regular expressions over bytes; patterns.cpp has the expressions.
 enum class Pattern {
   kUrl,
   kSignedInteger,
@@ -39,8 +38,8 @@ enum class Pattern {
 };
 inline constexpr int kPatternCount = static_cast<int>(Pattern::kCoordinatePair) + 1;
 
-/// Whether the whole text has the form. Takes time proportional to the text and little stack, whatever the
-/// text.
+/// Whether the whole text has the form. Takes time proportional to the text's length, and little stack,
+/// for every text.
 bool Matches(Pattern pattern, std::string_view text);
 
 /// The expression as documented, in the ECMAScript grammar; Matches() may use an equivalent one.

@@ -1,4 +1,3 @@
-// What a command answers, as a value. Only RunCommand turns it into text.
 #pragma once
 
 #include <cstdint>
@@ -23,7 +22,7 @@ inline std::unexpected<Failure> Failed(std::string message) {
   return std::unexpected(Failure{std::move(message)});
 }
 
-/// A command's answer. Texts are in the ANSI code page unless the command says otherwise.
+/// What a command returns. Only RunCommand turns it into text. Texts are in the ANSI code page unless the command says otherwise.
 struct Result {
   using Value = std::variant<std::int32_t, bool, std::string, com::JsonPtr>;
 
@@ -41,11 +40,11 @@ struct Result {
 /// A plain success: "result" true, no message.
 inline Result Done() { return {true, true, {}}; }
 inline Result Fail(std::string message) { return Failure{std::move(message)}; }
-/// A text answer; always a success.
+/// A text result; always a success.
 inline Result Text(std::string text) { return {true, std::move(text), {}}; }
 inline Result Number(std::int32_t number) { return {true, number, {}}; }
 inline Result Boolean(bool flag) { return {true, flag, {}}; }
-/// A structured answer (an array, an object, or a text that stands in the structured group); always a
+/// A structured result (an array, an object, or a text stored in the buffer for structured results); always a
 /// success.
 inline Result Structured(com::JsonPtr json) { return {true, std::move(json), {}}; }
 

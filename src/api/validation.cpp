@@ -1,4 +1,3 @@
-// The checks, built from the patterns.
 #include "api/validation.h"
 
 #include <charconv>

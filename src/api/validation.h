@@ -1,4 +1,4 @@
-// The form that parameter values must have. A check says yes or no; the command owns the message.
+// The form that parameter values must have.
 #pragma once
 
 #include <optional>
@@ -20,7 +20,7 @@ bool IsFrameLocator(std::string_view text);
 /// "left-top", "center" or "right-bottom".
 bool IsArea(std::string_view text);
 
-/// Two numbers as the command that takes them understands them: pixels, or an offset in pixels.
+/// Two numbers; the command decides whether they are a position or an offset in pixels.
 struct CoordinatePair {
   int x = 0;
   int y = 0;

@@ -1,4 +1,3 @@
-// A COM apartment for the length of a scope.
 #pragma once
 
 #include <windows.h>

@@ -1,4 +1,3 @@
-// An owned BSTR. A null BSTR is the empty text, as everywhere in COM.
 #pragma once
 
 #include <windows.h>
@@ -10,6 +9,7 @@
 
 namespace quillmate::com {
 
+/// An owned BSTR. A null BSTR is the empty text, as everywhere in COM.
 class Bstr {
  public:
   Bstr() = default;

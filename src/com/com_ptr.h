@@ -1,4 +1,3 @@
-// The owning pointer for COM interfaces, and queries that read as expressions.
 #pragma once
 
 #include <windows.h>
@@ -10,7 +9,7 @@ namespace quillmate::com {
 using Microsoft::WRL::ComPtr;
 
 /// Asks an object for another of its interfaces.
-/// @return the interface with a reference of its own; null when the object is null or has no such interface.
+/// @return the interface, owned; null when the object is null or has no such interface.
 template <class T>
 ComPtr<T> Query(IUnknown* object) {
   ComPtr<T> result;

@@ -1,4 +1,3 @@
-// Conversions over the system's own tables.
 #include "com/encoding.h"
 
 #include <windows.h>

@@ -6,7 +6,7 @@
 namespace quillmate::com {
 
 /// A global or static object whose destructor never runs. The library is unloaded under the loader lock,
-/// where releasing another process's object hangs, so whatever holds such objects is given up with the
+/// where releasing another process's object hangs, so what holds such objects is given up with the
 /// process.
 template <class T>
 class NoDestructor {

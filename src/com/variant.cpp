@@ -1,4 +1,3 @@
-// Construction and conversion of owned VARIANTs.
 #include "com/variant.h"
 
 #include <utility>

@@ -1,4 +1,3 @@
-// An owned VARIANT.
 #pragma once
 
 #include <windows.h>
@@ -11,6 +10,7 @@
 
 namespace quillmate::com {
 
+/// An owned VARIANT.
 class Variant {
  public:
   Variant() { VariantInit(&value_); }
@@ -36,8 +36,8 @@ class Variant {
     if (value_.vt != VT_DISPATCH && value_.vt != VT_UNKNOWN) return {};
     return Query<T>(value_.punkVal);
   }
-  /// The value as text, by the automation's own conversion in the invariant locale; nothing when it has no
-  /// text form.
+  /// The value as text, converted by VariantChangeTypeEx in the invariant locale; nothing when it has no text
+  /// form.
   std::optional<Bstr> ToText() const;
 
  private:

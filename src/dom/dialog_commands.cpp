@@ -1,4 +1,4 @@
-// The commands that answer an open message box. Despite the "next" in their names none of them arms anything:
+// The commands that press a button of an open message box. Despite the "next" in their names none of them arms anything:
 // each looks for a box that is open now.
 #include <string>
 

@@ -1,4 +1,3 @@
-// The table of key names and the tokenizer.
 #include "input/key_sequence.h"
 
 #include <algorithm>
@@ -13,7 +12,7 @@ struct NamedKey {
 };
 
 // Virtual-key codes by name, sorted by name. Letters and digits name themselves and are not listed; the
-// single punctuation characters are the keys of the numeric pad, on purpose.
+// single punctuation characters are, deliberately, the keys of the numeric pad.
 constexpr NamedKey kKeyNameTable[] = {
     {"*", 0x6A},       {"+", 0x6B},        {"-", 0x6D},         {".", 0x6E},       {"/", 0x6F},
     {"ALT", 0x12},     {"BACK", 0x08},     {"BACKSPACE", 0x08}, {"BKSP", 0x08},    {"BS", 0x08},

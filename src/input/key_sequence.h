@@ -1,4 +1,3 @@
-// The key names of a sequence and how a sequence is taken apart.
 #pragma once
 
 #include <cstdint>
@@ -13,10 +12,10 @@ namespace quillmate {
 using KeyToken = std::string;
 
 /// Takes an upper-cased sequence apart. A "{" begins a name that ends at the next "}" or at the end of the
-/// text; every other character, a lone "}" included, is a token of its own.
+/// text; every other character, a lone "}" included, is one token.
 std::vector<KeyToken> SplitKeySequence(std::string_view sequence);
 
-/// Upper-cases ASCII letters and leaves every other byte alone, whatever the locale.
+/// Upper-cases ASCII letters and leaves every other byte alone, in every locale.
 std::string ToUpperAscii(std::string_view text);
 
 /// @return the virtual-key code of an upper-case key name, nothing when there is no such key.

@@ -1,4 +1,3 @@
-// The stepped pointer path.
 #include "input/mouse_path.h"
 
 #include <cmath>
@@ -21,8 +20,8 @@ std::int32_t TruncateTo32(double value) {
   return static_cast<std::int32_t>(value);
 }
 
-/// One random number. The generator is seeded with the time before every single draw, on purpose: within one
-/// second every draw is the same, so that steps and pauses stay regular for that second.
+/// One random number. Deliberate: the generator is seeded with the time before every draw. Within one second
+/// every draw is the same, so that steps and pauses stay regular for that second.
 int Draw(MouseWorld& world) {
   world.SeedRandom(world.Seconds());
   return world.NextRandom();

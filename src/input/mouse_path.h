@@ -1,5 +1,4 @@
-// The way a person's hand would take the pointer across the screen: even steps, now and then a little to the
-// side.
+// A human-like pointer path: steps of 16 to 20 pixels with occasional sideways jitter.
 #pragma once
 
 #include <chrono>

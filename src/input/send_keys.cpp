@@ -1,4 +1,3 @@
-// The key sender over keybd_event.
 #include "input/send_keys.h"
 
 #include <windows.h>
@@ -13,7 +12,7 @@ bool SendKeySequence(std::string_view sequence) {
   for (const KeyToken& token : SplitKeySequence(ToUpperAscii(sequence))) {
     const auto code = FindKey(token);
     if (!code) return false;
-    // No scan code and no extended-key flag, on purpose, also for arrows and the right-hand modifiers.
+    // Deliberate: no scan code and no extended-key flag, even for arrows and the right-hand modifiers.
     keybd_event(*code, 0, 0, 0);
     pressed.push_back(*code);
   }

@@ -1,4 +1,3 @@
-// Presses key sequences on the system's keyboard.
 #pragma once
 
 #include <string_view>
@@ -6,7 +5,7 @@
 namespace quillmate {
 
 /// Presses the keys of a sequence such as "{CTRL}{ALT}{F4}" or "{ctrl}a" in order and releases them in
-/// reverse: a chord, not typed text. The strokes go to whatever window has the keyboard focus.
+/// reverse: a chord, not typed text. The strokes go to the window with the keyboard focus.
 /// @return whether every key name is known. Deliberate: at an unknown one the call ends at once and
 /// the keys pressed before it stay down.
 bool SendKeySequence(std::string_view sequence);

@@ -1,4 +1,3 @@
-// Rectangle arithmetic of element geometry.
 #include "locate/screen_area.h"
 
 #include <algorithm>

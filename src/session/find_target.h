@@ -11,7 +11,7 @@ namespace quillmate {
 /// @param locator "index=N" (from 0, counted within each frame), "url=", "title=" (both the whole text),
 /// "handle="
 /// (a window handle, decimal or hexadecimal with 0x), or an element locator that the page must satisfy.
-/// Quotes around it are removed first; when that finds nothing it is tried as it stands.
+/// Quotes around it are removed first; when that finds nothing it is tried unchanged.
 /// @return the surface, null when there is none.
 std::unique_ptr<WindowHolder> FindTarget(std::string_view locator);
 

@@ -1,4 +1,3 @@
-// Makes a tab the visible one of its frame.
 #pragma once
 
 #include <windows.h>
