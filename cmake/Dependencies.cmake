@@ -48,6 +48,7 @@ if(BUILD_TESTING)
   endif()
   if(NOT TARGET GTest::gtest_main)
     quillmate_needs(/usr/src/googletest/CMakeLists.txt)
+    set(CMAKE_POLICY_DEFAULT_CMP0077 NEW)  # its options take the values set here
     set(INSTALL_GTEST OFF)
     set(gtest_force_shared_crt ON)
     add_subdirectory(/usr/src/googletest "${CMAKE_BINARY_DIR}/googletest" EXCLUDE_FROM_ALL SYSTEM)
