@@ -4,7 +4,8 @@
 
 namespace quillmate {
 
-/// The forms of text that commands recognise, as regular expressions over bytes; patterns.cpp has the expressions.
+/// The forms of text that commands recognise, as regular expressions over bytes; patterns.cpp has the
+/// expressions.
 enum class Pattern {
   kUrl,
   kSignedInteger,

@@ -22,7 +22,8 @@ inline std::unexpected<Failure> Failed(std::string message) {
   return std::unexpected(Failure{std::move(message)});
 }
 
-/// What a command returns. Only RunCommand turns it into text. Texts are in the ANSI code page unless the command says otherwise.
+/// What a command returns. Only RunCommand turns it into text. Texts are in the ANSI code page unless the
+/// command says otherwise.
 struct Result {
   using Value = std::variant<std::int32_t, bool, std::string, com::JsonPtr>;
 

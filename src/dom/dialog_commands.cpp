@@ -1,5 +1,5 @@
-// The commands that press a button of an open message box. Despite the "next" in their names none of them arms anything:
-// each looks for a box that is open now.
+// The commands that press a button of an open message box. Despite the "next" in their names none of them arms
+// anything: each looks for a box that is open now.
 #include <string>
 
 #include "api/messages.h"
