@@ -32,9 +32,9 @@ if(MSVC)
   list(APPEND import_libraries "${microsoft_library}")
 else()
   add_custom_command(OUTPUT "${gnu_library}" DEPENDS import_gnu.def
-    COMMAND "${CMAKE_DLLTOOL}" --deterministic-libraries --input-def "${CMAKE_BINARY_DIR}/import_gnu.def"
-      --output-lib "${gnu_library}"
-    VERBATIM)
+    # The tool makes symbols of the output's name: without a folder, every build makes the same ones.
+    COMMAND "${CMAKE_DLLTOOL}" --deterministic-libraries --input-def import_gnu.def --output-lib libquillmate.dll.a
+    WORKING_DIRECTORY "${CMAKE_BINARY_DIR}" VERBATIM)
   list(APPEND import_libraries "${gnu_library}")
   # Microsoft's format, for hosts that Visual Studio builds. Older versions of this tool cannot rename an import.
   find_program(QUILLMATE_LLVM_DLLTOOL llvm-dlltool-19)
