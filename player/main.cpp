@@ -5,6 +5,7 @@
 #include <memory>
 
 #include "browser_guard.h"
+#include "machine_facts.h"
 #include "play.h"
 #include "serve.h"
 #include "windows_text.h"
@@ -29,6 +30,12 @@ int Serve(const Options& options) {
   return ServeRequests(options, out, errors);
 }
 
+int Doctor(const Options& options, StandardStream& out) {
+  const std::vector<Finding> findings = Examine(ReadFacts());
+  out.Write(options.json ? FindingsJson(findings) : FindingsText(findings));
+  return IsReady(findings) ? kAllAsExpected : kStepFailed;
+}
+
 int Run() {
   const auto options = ParseOptions(Arguments());
   if (options && options->guard_browsers) return GuardBrowsers();
@@ -43,6 +50,7 @@ int Run() {
     out.Write(kHelp);
     return kAllAsExpected;
   }
+  if (options->doctor) return Doctor(*options, out);
   return PlayScript(*options, out, errors);
 }
 

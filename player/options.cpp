@@ -19,8 +19,11 @@ class Parser {
  private:
   void Check() {
     const bool has_script = !options_.script.empty();
-    if (options_.serve && (has_script || options_.json || options_.keep_going || !options_.report.empty() ||
-                           !options_.variables.empty())) {
+    const bool plays =
+        has_script || options_.keep_going || !options_.report.empty() || !options_.variables.empty();
+    if (options_.doctor) {
+      if (plays || options_.serve || !options_.dll.empty()) error_ = "--doctor takes --json alone";
+    } else if (options_.serve && (plays || options_.json)) {
       error_ = "--serve takes --dll, --shots and --close-browsers alone";
     } else if (!options_.serve && (!options_.shots.empty() || options_.close_browsers)) {
       error_ = "--shots and --close-browsers belong to --serve";
@@ -33,6 +36,7 @@ class Parser {
     const std::map<std::string_view, bool*> flags = {{"--json", &options_.json},
                                                      {"--keep-going", &options_.keep_going},
                                                      {"--serve", &options_.serve},
+                                                     {"--doctor", &options_.doctor},
                                                      {"--close-browsers", &options_.close_browsers},
                                                      {"--guard-browsers", &options_.guard_browsers},
                                                      {"--help", &options_.help},
@@ -100,6 +104,7 @@ std::expected<Options, std::string> ParseOptions(std::span<const std::string> ar
 }
 
 const std::string_view kHelp = R"(usage: quillmate-play SCRIPT.jsonl [OPTIONS]
+       quillmate-play --doctor [--json]
        quillmate-play --serve [--shots DIR] [--close-browsers] [--dll PATH]
 
 Plays a script of Quillmate commands, one JSON object a line, from a file or with "-" from standard input:
@@ -120,6 +125,9 @@ command succeeds. "shot": true puts a picture of the browser after the step into
   --dll PATH        load this library instead of quillmate.dll beside this program
   --                the script's name follows, though it begins with "-"
   --help            print this text
+
+With --doctor, says in plain words whether this machine can run a robot and what to do where it cannot; exit
+code 1 when it cannot.
 
 With --serve, carries out requests from standard input, one JSON object a line, and answers each in a line:
 

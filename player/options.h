@@ -18,6 +18,7 @@ struct Options {
   Variables variables;
   std::string shots;  ///< folder of a server's pictures; empty: none
   bool serve = false;
+  bool doctor = false;
   bool close_browsers = false;
   bool guard_browsers = false;  ///< how a server starts its guard
   bool json = false;

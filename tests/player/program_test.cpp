@@ -242,4 +242,38 @@ TEST_F(PlayerProgram, TellsTheStepInWhichTheLibraryBroke) {
   }
 }
 
+// Sets a number of this user's registry for the time of a test.
+class UserSetting {
+ public:
+  UserSetting(const wchar_t* key, const wchar_t* name, DWORD value) : key_(key), name_(name) {
+    EXPECT_EQ(RegSetKeyValueW(HKEY_CURRENT_USER, key, name, REG_DWORD, &value, sizeof value), ERROR_SUCCESS);
+  }
+  ~UserSetting() { RegDeleteKeyValueW(HKEY_CURRENT_USER, key_, name_); }
+  UserSetting(const UserSetting&) = delete;
+  UserSetting& operator=(const UserSetting&) = delete;
+
+ private:
+  const wchar_t* key_;
+  const wchar_t* name_;
+};
+
+TEST_F(PlayerProgram, ExaminesTheMachineThatItRunsOn) {
+  const UserSetting zoom(L"Software\\Microsoft\\Internet Explorer\\Zoom", L"ZoomFactor", 125'000);
+  const UserSetting zone(L"Software\\Microsoft\\Windows\\CurrentVersion\\Internet Settings\\Zones\\3",
+                         L"2500", 3);
+  const UserSetting edge(L"Software\\Policies\\Microsoft\\Edge", L"InternetExplorerSetForegroundWhenActive",
+                         1);
+  // This test is the other robot.
+  fs::copy_file(BesideThisProgram(L"fake_quillmate.dll"), folder_ / "quillmate.dll");
+  const HMODULE library = LoadLibraryW((folder_ / "quillmate.dll").c_str());
+  const Played run = Start(L"--doctor");
+  FreeLibrary(library);
+  for (const std::string_view part :
+       {"ok       desktop ", "with a zoom of 125 %",
+        "off in others (local intranet, trusted sites, internet)", "A policy brings Edge to the front",
+        "\"player_program_test.exe\"", "ok       code-page "})
+    EXPECT_TRUE(run.out.contains(part)) << part << "\n" << run.out;
+  EXPECT_FALSE(Start(L"--doctor --json").out.contains("player_program_test.exe"));
+}
+
 }  // namespace

@@ -222,6 +222,7 @@ TEST(Options, AreReadOrRefusedWithAReason) {
   const std::vector<Row> rows = {
       {{}, "no script is given"},
       {{"--serve", "a"}, "--serve takes --dll, --shots and --close-browsers alone"},
+      {{"--doctor", "a"}, "--doctor takes --json alone"},
       {{"a", "--shots", "d"}, "--shots and --close-browsers belong to --serve"},
       {{"a", "b"}, "more than one script: a, b"},
       {{"a", "--fast"}, "unknown option --fast"},
