@@ -120,12 +120,13 @@ BrowserGuard::BrowserGuard(UniqueHandle pipe, UniqueHandle process)
     : opened_(FindBrowserWindows()), pipe_(std::move(pipe)), process_(std::move(process)) {}
 
 BrowserGuard::~BrowserGuard() {
+  AfterCommand("", false);  // what has come up since
   pipe_.reset();
   WaitForSingleObject(process_.get(), kForTheGuard);
 }
 
-void BrowserGuard::AfterCommand(std::string_view command) {
-  const OpenedBrowsers::News news = opened_.After(command, FindBrowserWindows());
+void BrowserGuard::AfterCommand(std::string_view command, bool returned) {
+  const OpenedBrowsers::News news = opened_.After(command, returned, FindBrowserWindows());
   std::string text;
   for (const BrowserWindow& window : news.windows)
     text += "window " + std::to_string(window.handle) + " " + std::to_string(window.process) + "\n";

@@ -26,7 +26,8 @@ class BrowserGuard {
   BrowserGuard(const BrowserGuard&) = delete;
   BrowserGuard& operator=(const BrowserGuard&) = delete;
 
-  void AfterCommand(std::string_view command);
+  /// @param returned whether the library has returned from the command.
+  void AfterCommand(std::string_view command, bool returned);
 
  private:
   BrowserGuard(UniqueHandle pipe, UniqueHandle process);

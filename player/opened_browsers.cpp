@@ -12,11 +12,14 @@ OpenedBrowsers::OpenedBrowsers(std::span<const BrowserWindow> windows)
   for (const BrowserWindow& window : windows) processes_of_others_.insert(window.process);
 }
 
-OpenedBrowsers::News OpenedBrowsers::After(std::string_view command, std::span<const BrowserWindow> windows) {
+OpenedBrowsers::News OpenedBrowsers::After(std::string_view command, bool returned,
+                                           std::span<const BrowserWindow> windows) {
+  const bool opens = still_opening_ || OpensBrowsers(command);
+  still_opening_ = opens && !returned;
   News news;
   for (const BrowserWindow& window : windows) {
     if (!known_.insert(window).second) continue;
-    if (!OpensBrowsers(command) && !own_processes_.contains(window.process)) {
+    if (!opens && !own_processes_.contains(window.process)) {
       processes_of_others_.insert(window.process);
       continue;
     }

@@ -29,12 +29,15 @@ class OpenedBrowsers {
     std::vector<BrowserWindow> windows;    ///< newly opened
     std::vector<std::uint32_t> processes;  ///< newly known to be ours alone
   };
-  News After(std::string_view command, std::span<const BrowserWindow> windows);
+  /// @param returned whether the library has returned from the command. One that it has not returned from can
+  ///   open a browser during the next.
+  News After(std::string_view command, bool returned, std::span<const BrowserWindow> windows);
 
  private:
   std::set<BrowserWindow> known_;
   std::set<std::uint32_t> processes_of_others_;
   std::set<std::uint32_t> own_processes_;
+  bool still_opening_ = false;
 };
 
 }  // namespace quillmate::player

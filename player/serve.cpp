@@ -128,7 +128,11 @@ class ServerProcess {
         return shots_.Save(name, ask_library);
       };
     }
-    if (guard_) settings.after_call = [this](const Step& step) { guard_->AfterCommand(step.command); };
+    if (guard_) {
+      settings.after_call = [this](const Step& step, bool returned) {
+        guard_->AfterCommand(step.command, returned);
+      };
+    }
     return settings;
   }
 

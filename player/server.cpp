@@ -122,7 +122,7 @@ void Server::CarryOut(const Request& request) {
   }
   cJSON_AddNumberToObject(answer.get(), "ms", static_cast<double>(time.count()));
   AddNotes(answer.get(), result.notes);
-  settings_.after_call(request.step);
+  settings_.after_call(request.step, returned);
   AddPicture(answer.get(), request.step, returned);
   Send(answer.get());
 }

@@ -24,7 +24,8 @@ struct ServerSettings {
   /// @param ask_library false while the library is busy.
   /// @return the file's path, empty when there is none, and why it does not show the browser.
   std::function<std::pair<std::string, std::string>(const std::string& name, bool ask_library)> save_picture;
-  std::function<void(const Step&)> after_call = [](const Step&) {};
+  /// @param returned whether the library has returned from the command.
+  std::function<void(const Step&, bool returned)> after_call = [](const Step&, bool) {};
 };
 
 class Server {

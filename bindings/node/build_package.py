@@ -9,6 +9,7 @@ import subprocess
 import sys
 
 HERE = pathlib.Path(__file__).resolve().parent
+NOTICES = HERE.parent.parent / "build" / "THIRD-PARTY-NOTICES.txt"  # tools/notices writes it
 PROGRAMS = ("quillmate-play.exe", "quillmate.dll")
 
 
@@ -50,6 +51,8 @@ def main(binaries, tools, out):
     (work / "bin").mkdir(parents=True)
     for name in PROGRAMS:
         shutil.copy(pathlib.Path(binaries) / name, work / "bin" / name)
+    if NOTICES.exists():
+        shutil.copy(NOTICES, work)
     compile_into(work, tools)
     packed = run(["npm", "pack", "--ignore-scripts", "--silent", "--pack-destination", str(out)], work).split()[-1]
     shutil.rmtree(work)

@@ -13,6 +13,7 @@ import zipfile
 HERE = pathlib.Path(__file__).resolve().parent
 ROOT = HERE.parent.parent
 PROGRAMS = ("quillmate-play.exe", "quillmate.dll")
+NOTICES = ROOT / "build" / "THIRD-PARTY-NOTICES.txt"  # tools/notices writes it
 TAG = "py3-none-win_amd64"
 # The first day that an archive can hold in every time zone.
 DATE = (1980, 1, 2, 0, 0, 0)
@@ -38,9 +39,8 @@ def contents(binaries, version):
     files = {f"quillmate/{file.name}": file.read_bytes()
              for file in (HERE / "quillmate").iterdir() if file.suffix in (".py", ".typed")}
     files |= {f"quillmate/bin/{name}": (binaries / name).read_bytes() for name in PROGRAMS}
-    notices = ROOT / "build" / "notices"
-    if notices.is_dir():
-        files |= {f"{info}/licenses/{file.name}": file.read_bytes() for file in notices.iterdir() if file.is_file()}
+    if NOTICES.exists():
+        files[f"{info}/licenses/{NOTICES.name}"] = NOTICES.read_bytes()
     texts = {"METADATA": metadata(project, version), "entry_points.txt": entry_points(project),
              "WHEEL": f"Wheel-Version: 1.0\nGenerator: build_wheel\nRoot-Is-Purelib: false\nTag: {TAG}\n"}
     return info, files | {f"{info}/{name}": text.encode() for name, text in texts.items()}

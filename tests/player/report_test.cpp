@@ -142,7 +142,7 @@ TEST_F(ReportTest, GrowsLinearlyWithTheScript) {
     std::string script;
     for (std::size_t i = 0; i < count; ++i) script += "{\"command\":\"click\",\"target\":\"id=a\"}\n";
     const auto steps = ParseScript(script, {});
-    std::ofstream(folder_ / "picture") << std::string(8000, 'p');
+    std::ofstream(folder_ / "picture") << std::string(12'000, 'p');
     Report report(folder_, "s", *steps, [this](const std::string& name) {
       fs::copy_file(folder_ / "picture", folder_ / name, fs::copy_options::overwrite_existing);
       return std::string();
@@ -156,12 +156,12 @@ TEST_F(ReportTest, GrowsLinearlyWithTheScript) {
     report.Ended(summary);
     return Page().size();
   };
-  const std::size_t shorter = size_after(1000);
-  const std::size_t longer = size_after(1500);
-  EXPECT_LT(longer - shorter, 500U * 1200);
-  EXPECT_LT(shorter, 7'000'000U);
-  EXPECT_TRUE(Page().contains("title=\"line 1486 to 1500, 615 ms\""));
-  EXPECT_TRUE(Page().contains("loading=\"lazy\" src=\"line-1500.png\""));
+  const std::size_t shorter = size_after(400);
+  const std::size_t longer = size_after(600);
+  EXPECT_LT(longer - shorter, 200U * 1200);
+  EXPECT_LT(shorter, 6'500'000U);
+  EXPECT_TRUE(Page().contains("title=\"line 595 to 600, 246 ms\""));
+  EXPECT_TRUE(Page().contains("loading=\"lazy\" src=\"line-600.png\""));
 }
 
 TEST(Links, LeadToFilesOfEveryName) {

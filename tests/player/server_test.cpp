@@ -165,7 +165,7 @@ TEST(Server, BoundsARequestAndNeverBeginsOneThatIsLate) {
   SlowHost host;
   ServerSettings settings = Settings();
   std::vector<std::string> after;
-  settings.after_call = [&](const Step& step) {
+  settings.after_call = [&](const Step& step, bool) {
     after.push_back(step.command);
     if (step.command == "refresh") host.let_go.count_down();
   };
@@ -189,7 +189,7 @@ TEST(Server, GivesACommandUpSomeTimeAfterTheInputHasEnded) {
   ServerSettings settings = Settings();
   settings.input_ended = [] { return true; };
   settings.patience = milliseconds(30);
-  settings.after_call = [&host](const Step&) { host.let_go.count_down(); };
+  settings.after_call = [&host](const Step&, bool) { host.let_go.count_down(); };
   const std::vector<std::string> answers = Serve(R"({"id":1,"command":"waitshow"})", host, settings);
   ASSERT_EQ(answers.size(), 1U);
   EXPECT_TRUE(answers[0].contains("timed-out")) << answers[0];
@@ -237,17 +237,21 @@ TEST(OpenedBrowsers, AreTheWindowsOfOpeningCommandsAndOfTheirProcesses) {
   OpenedBrowsers opened(before);
   using Windows = std::vector<BrowserWindow>;
   using Processes = std::vector<std::uint32_t>;
-  const auto opening = opened.After("open", Windows{{1, 100}, {2, 200}, {3, 100}});
+  const auto opening = opened.After("open", true, Windows{{1, 100}, {2, 200}, {3, 100}});
   // Window 3 is ours, its process also has a window of someone else's.
   EXPECT_EQ(opening.windows, (Windows{{2, 200}, {3, 100}}));
   EXPECT_EQ(opening.processes, (Processes{200}));
-  const auto popup = opened.After("click", Windows{{1, 100}, {2, 200}, {3, 100}, {4, 200}, {5, 500}});
+  const auto popup = opened.After("click", true, Windows{{1, 100}, {2, 200}, {3, 100}, {4, 200}, {5, 500}});
   EXPECT_EQ(popup.windows, (Windows{{4, 200}}));
   EXPECT_TRUE(popup.processes.empty());
   // The user's own browser, begun during a click, stays the user's.
-  const auto later = opened.After("new_browser", Windows{{5, 500}, {6, 500}});
+  const auto later = opened.After("new_browser", true, Windows{{5, 500}, {6, 500}});
   EXPECT_EQ(later.windows, (Windows{{6, 500}}));
   EXPECT_TRUE(later.processes.empty());
+  // An opening command that was given up opens its browser during the next one.
+  opened.After("open", false, Windows{});
+  EXPECT_EQ(opened.After("gettext", true, Windows{{7, 700}}).processes, (Processes{700}));
+  EXPECT_TRUE(opened.After("gettext", true, Windows{{8, 800}}).windows.empty());
 }
 
 }  // namespace
