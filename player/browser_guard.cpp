@@ -50,10 +50,6 @@ UniqueHandle StartWithInput(HANDLE input) {
   return nullptr;
 }
 
-HWND HandleOf(const BrowserWindow& window) {
-  return reinterpret_cast<HWND>(static_cast<std::uintptr_t>(window.handle));
-}
-
 // What the guard has been told of. The open handle of a process keeps its number from being given again.
 class Guarded {
  public:

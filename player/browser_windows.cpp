@@ -3,6 +3,7 @@
 #include <windows.h>
 
 #include <array>
+#include <bit>
 #include <string_view>
 
 namespace quillmate::player {
@@ -24,6 +25,10 @@ BOOL CALLBACK Collect(HWND window, LPARAM argument) {
 }
 
 }  // namespace
+
+HWND HandleOf(const BrowserWindow& window) {
+  return std::bit_cast<HWND>(static_cast<std::uintptr_t>(window.handle));
+}
 
 std::vector<BrowserWindow> FindBrowserWindows() {
   std::vector<BrowserWindow> windows;

@@ -69,9 +69,10 @@ Finding CheckScaling(const Facts& facts) {
 }
 
 Finding CheckZoom(const Facts& facts) {
-  if (facts.zoom.value_or(100) != 100)
+  const int zoom = facts.zoom.value_or(100);
+  if (zoom != 100)
     return {"zoom", Health::kWarning,
-            "New browser windows open with a zoom of " + std::to_string(*facts.zoom) +
+            "New browser windows open with a zoom of " + std::to_string(zoom) +
                 " %: clicks and pictures may miss their place.",
             "Press Ctrl+0 in the browser."};
   return {"zoom", Health::kOk, "The browser's zoom is 100 %.", ""};

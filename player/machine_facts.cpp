@@ -84,8 +84,7 @@ std::vector<BrowserFact> Browsers() {
   std::vector<BrowserFact> browsers;
   for (const BrowserWindow& window : FindBrowserWindows()) {
     const UniqueHandle process(OpenProcess(PROCESS_QUERY_LIMITED_INFORMATION, FALSE, window.process));
-    const auto handle = reinterpret_cast<HWND>(static_cast<std::uintptr_t>(window.handle));
-    browsers.push_back({TitleOf(handle), process ? IntegrityOf(process.get()) : 0});
+    browsers.push_back({TitleOf(HandleOf(window)), process ? IntegrityOf(process.get()) : 0});
   }
   return browsers;
 }
