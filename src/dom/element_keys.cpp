@@ -13,15 +13,23 @@
 namespace quillmate {
 namespace {
 
-/// The page's own focus handlers run inside the call. Longer than they take, unless one of them shows a
-/// dialog.
+/// Longer than a page's focus handlers take, unless one of them never ends.
 constexpr std::chrono::seconds kFocusWait(3);
 
-/// @return false when the call has not come back: the keys would go to the page's dialog, or pile up.
+/// The page's focus handlers run after focus() has returned, when the page's thread next takes messages. A
+/// further call comes behind them; from inside a box that one of them shows it is answered as well.
+/// @return false when no answer comes: the keys would pile up.
 bool GiveFocus(com::ComPtr<IHTMLElement2> element) {
-  const auto focus = [](IHTMLElement2* focused) { return focused != nullptr ? focused->focus() : E_FAIL; };
+  const auto focus = [](IHTMLElement2* focused) {
+    LONG ignored = 0;
+    if (focused == nullptr || FAILED(focused->focus())) return E_FAIL;
+    return focused->get_clientLeft(&ignored);
+  };
   return com::CallOnWorker(std::move(element), kFocusWait, focus).has_value();
 }
+
+/// A box or dialog disables the window that it belongs to, and takes the keys.
+bool IsBehindDialog(HWND window) { return window != nullptr && !IsWindowEnabled(window); }
 
 }  // namespace
 
@@ -32,7 +40,9 @@ OrFailure<void> PressKeysOnElement(Session& session, IHTMLElement* element,
   WindowHolder* holder = session.ValidHolder();
   if (holder == nullptr || !holder->BringToTop()) return Failed(messages::kSwitchTabFailed);
   BringWindowToFront(holder->GetWindowHandle());
-  if (!GiveFocus(std::move(focusable))) return Failed(messages::kSendKeysFailed);
+  if (!GiveFocus(std::move(focusable)) || IsBehindDialog(holder->GetWindowHandle())) {
+    return Failed(messages::kSendKeysFailed);
+  }
   for (const std::string_view sequence : sequences) {
     if (!SendKeySequence(sequence)) return Failed(messages::kSendKeysFailed);
   }

@@ -1,4 +1,4 @@
-// What the browser outside calls.
+// The entry points that the browser process calls.
 Object.defineProperty(window, AGENT, {
   configurable: true,
   value: {
@@ -6,10 +6,10 @@ Object.defineProperty(window, AGENT, {
     call,
     numberOf,
     mode: documentMode,
-    /** The object of a number; undefined when it was dropped. */
+    /** The object with this number; undefined after it was dropped. */
     element: (number) => held.get(number),
     object: (number) => held.get(number),
-    /** A reference to an object of this document, for an agent of another. */
+    /** A reference to an object of this document, for the agent of another document. */
     reference: ownReference,
   },
 });

@@ -1,9 +1,9 @@
-// getAttribute and its like. In modes 5 and 7 attributes are the element's properties, in mode 8 half so, from mode 9
-// on they are what the source says.
+// getAttribute, setAttribute and attribute nodes. In modes 5 and 7 an attribute is the element's property. In mode 8 it
+// is partly so. From mode 9 on it is the text in the source.
 const FLAG_CASE_SENSITIVE = 1;
 const FLAG_LITERAL = 2;
 
-// What scripts and callers set in the old modes under names that are no properties: values of any type.
+// In old modes, scripts and callers can set values of any type under names that are not properties.
 const expandos = new WeakMap();
 function expandosOf(element) {
   if (!expandos.has(element)) expandos.set(element, new Map());
@@ -16,10 +16,10 @@ function expandoName(element, name, flags) {
   return [...expandosOf(element).keys()].find((key) => key.toLowerCase() === wanted) || name;
 }
 
-// "class" and "for" are words of the language, so the properties have other names and the attributes none.
+// "class" and "for" are reserved words of the script language, so their properties have other names.
 const HIDDEN_NAMES = { class: 'className', for: 'htmlFor' };
 const isHidden = (name) => name.toLowerCase() in HIDDEN_NAMES;
-/** The attribute in the page's source behind a property's name. */
+/** The name in the page's source of the attribute that a property reflects. */
 function sourceName(property) {
   const behind = (name) => HIDDEN_NAMES[name].toLowerCase() === property.toLowerCase();
   return Object.keys(HIDDEN_NAMES).find(behind) || property;
@@ -34,7 +34,7 @@ function propertyName(element, name, flags) {
 const isMeasure = (element, name) => /^(width|height)$/.test(name) && /^\d+$/.test(element.getAttribute(name));
 
 function propertyValue(element, name) {
-  // A picture that is not loaded yet has the size that the page wrote.
+  // A picture that is not loaded yet has the size written in the page.
   const value = isMeasure(element, name) ? Number(element.getAttribute(name)) : element[name];
   if (name === 'maxLength' && value < 0) return 0x7fffffff;
   return typeof value === 'string' ? textVariant(value) : value;
@@ -53,10 +53,10 @@ function ancientAttribute(element, name, flags) {
   return isHidden(name) ? null : literalText(element, name);
 }
 
-/** Styles and handlers are objects, whatever the flags say. */
+/** Styles and event handlers are returned as objects, with any flags. */
 const isObjectName = (name) => /^(style|on[a-z]+)$/i.test(name);
 
-/** The value as the source spells it, as text; also of a value set as null. */
+/** The value as text, as written in the source. A value that was set to null is the text "null". */
 function literalAttribute(element, name, flags) {
   const expando = expandoName(element, name, flags);
   if (expandosOf(element).has(expando)) return String(expandosOf(element).get(expando));
@@ -115,7 +115,7 @@ function setAttribute(element, name, value, flags) {
 
 define('IHTMLElement', { getAttribute, setAttribute });
 
-/** An attribute that an element of modes 5 and 7 could have: its node is there all the same, and says so. */
+/** The node of an attribute that an element could have but has not: it exists in modes 5 and 7. */
 class UnsetAttribute {
   constructor(nodeName) {
     Object.assign(this, { nodeName, nodeValue: null, specified: false });

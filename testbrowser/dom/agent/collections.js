@@ -1,15 +1,15 @@
-// Element collections: live, over whatever list the source gives at the moment of the call.
-/** Comments, and the doctype before mode 9, are elements with the tag name "!" to MSHTML. */
+// Element collections. They are live: each call reads the list anew.
+/** MSHTML treats comments, and before mode 9 the doctype, as elements with the tag name "!". */
 function isCommentElement(node) {
   return node.nodeType === Node.COMMENT_NODE || node.nodeType === Node.DOCUMENT_TYPE_NODE;
 }
 
 const tagNameOf = (element) => (isCommentElement(element) ? '!' : element.tagName);
 
-/** A collection that the engine has none for. */
+/** A collection for which the engine has no list of its own. */
 class Collection {
   #source;
-  /** @param source gives an array. */
+  /** @param source returns an array. */
   constructor(source) {
     this.#source = source;
   }
@@ -40,11 +40,11 @@ define('IHTMLElementCollection', {
   tags: tagsIn,
 });
 
-/** Part of what an enumeration walks over. */
+/** One part of the members that an enumeration walks over. */
 const members = (object, start, count) => Array.from(listOf(object)).slice(start, start + count);
 define('Collection', { members: (...which) => new Encoded(members(...which).map(encode)) });
 
-/** All elements under a node in document order; before mode 9 with comments. */
+/** All elements under a node in document order. Before mode 9 they include comments. */
 function elementsUnder(root) {
   if (isModern()) return root.getElementsByTagName('*');
   return new Collection(() => {

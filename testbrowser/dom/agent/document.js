@@ -1,7 +1,7 @@
-// Documents: how they find elements.
+// Element searches of documents.
 const nameOf = (element) => element.getAttribute('name') || '';
 
-/** By id; in modes 5 and 7 by id or name in either case, whichever element comes first. */
+/** Finds by id. In modes 5 and 7 it ignores case and finds names too; the first element in the document wins. */
 function elementById(id) {
   if (!isAncient()) return document.getElementById(id);
   const wanted = id.toLowerCase();
@@ -9,10 +9,10 @@ function elementById(id) {
   return Array.from(document.querySelectorAll('[id], [name]')).find(matches) || null;
 }
 
-// Elements of tags that HTML does not know have no name for MSHTML.
+// MSHTML ignores the name attribute of tags that HTML does not define.
 const isInvented = (element) => element instanceof HTMLUnknownElement;
 
-/** By name in either case, and before mode 10 by id too. */
+/** Finds by name and ignores case. Before mode 10 it finds ids too. */
 function elementsByName(name) {
   const wanted = name.toLowerCase();
   const hasName = (element) => !isInvented(element) && nameOf(element).toLowerCase() === wanted;
@@ -28,7 +28,7 @@ function elementsByClass(self, names) {
 
 define('IHTMLDocument2', {
   get_all: () => elementsUnder(document),
-  // A document without a title has an empty one, not none.
+  // A missing title is an empty text, not a null one.
   get_title: () => document.title,
 });
 define('IHTMLDocument3', {

@@ -1,4 +1,4 @@
-// The document mode: which of MSHTML's engines a document would get, from its doctype and its own wish.
+// The document mode: MSHTML chooses it by the doctype and by the page's X-UA-Compatible list.
 const NEWEST_MODE = 11;
 const MODES = [5, 7, 8, 9, 10, 11];
 
@@ -10,10 +10,10 @@ function hasCommentBeforeDoctype() {
   return false;
 }
 
-/** Whether the doctype asks for standards: in MSHTML a comment before it undoes it. */
+/** Whether the doctype asks for standards. MSHTML ignores a doctype that follows a comment. */
 const hasStandardsDoctype = () => document.compatMode === 'CSS1Compat' && !hasCommentBeforeDoctype();
 
-/** One entry of an X-UA-Compatible list; undefined ends the list. */
+/** The mode of one entry in an X-UA-Compatible list. Undefined ends the list. */
 function modeOfWish(entry, standards) {
   const text = entry.trim().toLowerCase();
   if (text === 'edge') return NEWEST_MODE;
@@ -24,7 +24,7 @@ function modeOfWish(entry, standards) {
   return emulated && !standards && version < 10 ? 5 : version;
 }
 
-/** The highest mode in the list up to the first entry that is none. */
+/** The highest mode in the list before the first invalid entry. */
 function wishedMode(content, standards) {
   const list = /^\s*ie\s*=(.*)$/is.exec(content);
   if (!list) return undefined;
@@ -65,7 +65,7 @@ function documentMode() {
 }
 
 const isModern = () => documentMode() >= 9;
-/** Modes 5 and 7, in which attributes are properties. */
+/** Whether attributes are properties: modes 5 and 7. */
 const isAncient = () => documentMode() < 8;
 
 const compatMode = () => (documentMode() !== 5 && hasStandardsDoctype() ? 'CSS1Compat' : 'BackCompat');

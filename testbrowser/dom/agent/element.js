@@ -1,7 +1,7 @@
-// Elements: their texts, their place in the tree, and what a user's hand does to them.
+// Elements: their texts, their place in the tree, and clicks.
 const HTML_ERROR_READ_ONLY = 0x800a0258;
 
-/** Text that MSHTML hands out ends its lines as Windows does. */
+/** MSHTML ends lines as Windows does in the texts that it returns. */
 const windowsLines = (text) => text.replace(/\r?\n/g, '\r\n');
 
 function innerTextOf(element) {
@@ -18,9 +18,10 @@ function putInnerText(element, text) {
   else element.textContent = text;
 }
 
-const classNameOf = (element) => (typeof element.className === 'string' ? element.className : element.getAttribute('class') || '');
+/** Of SVG elements too, whose property is no text. */
+const classNameOf = (element) => element.getAttribute('class') || '';
 
-/** Of a FRAME or IFRAME the document inside it. */
+/** For a FRAME or IFRAME this is the document inside it. */
 function documentOf(element) {
   const isFrame = /^I?FRAME$/.test(element.tagName);
   return isFrame && element.contentWindow ? frameReference('frameDocument', element) : element.ownerDocument;
@@ -32,7 +33,7 @@ function click(element) {
 }
 
 define('IHTMLElement', {
-  // A comment has no id for the engine, and an empty one for MSHTML.
+  // In MSHTML a comment has an empty id; in the engine it has none.
   get_id: (element) => textVariant(element.id || ''),
   get_tagName: tagNameOf,
   get_className: (element) => textVariant(classNameOf(element)),

@@ -1,6 +1,6 @@
-// Form controls. Nothing here raises a page's events: a change by program is none to MSHTML.
+// Form controls. MSHTML raises no event when a caller changes a value.
 define('IHTMLInputElement', {
-  // The path of a file is nobody's to set but the user's.
+  // Only the user may choose a file.
   put_value(input, value) {
     if (input.type !== 'file') input.value = value;
   },
@@ -20,7 +20,7 @@ define('IHTMLSelectElement', {
   },
 });
 
-/** Without a value attribute the value is the text only from mode 9 on. */
+/** From mode 9 on, an option without a value attribute has its text as value. */
 function optionValue(option) {
   const isText = isModern() || isChosen('option-value', 'text');
   return isText || option.hasAttribute('value') ? option.value : '';

@@ -1,5 +1,5 @@
-// Where elements are, and what the page looks like.
-/** A rectangle in whole client pixels, as it was when it was asked for. */
+// Places, sizes and styles of elements.
+/** A rectangle in whole client pixels at the time of the call. */
 class Rectangle {
   constructor(rect) {
     for (const side of ['left', 'top', 'right', 'bottom']) this[side] = Math.round(rect[side]);
@@ -11,7 +11,7 @@ function clientRectangle(element) {
   return new Rectangle(element.getBoundingClientRect());
 }
 
-// The frame that old modes draw around a page does not show in the root's own measures in quirks mode.
+// In quirks mode the root element does not report the border that is drawn around the page.
 const isQuirksRoot = (element) => documentMode() === 5 && element === document.documentElement;
 
 define('IHTMLElement2', {
@@ -32,22 +32,22 @@ define('Agent', {
   },
 });
 
-/** How strong a selector is: its ids, its classes and their like, its tags. */
+/** The specificity of a selector: ids, then classes, attributes and pseudo-classes, then tags. */
 function weightOf(selector) {
   const count = (pattern) => (selector.match(pattern) || []).length;
   const tags = count(/(^|[\s>+~])[a-z]/gi);
   return count(/#[\w-]/g) * 1e6 + count(/\.[\w-]|\[|(?<!:):(?!:)/g) * 1e3 + tags;
 }
 
-/** A comma inside brackets does not part selectors; such a rule counts as one. */
+/** A comma inside brackets separates nothing, so such a rule counts as one selector. */
 const selectorsOf = ({ selectorText }) => (/[([]/.test(selectorText) ? [selectorText] : selectorText.split(','));
 
-/** Every style rule that applies under the window's conditions, in the order of the sheets. */
+/** The style rules whose media and feature conditions hold, in order. */
 function* rulesIn(list) {
   for (const rule of list) {
     if (rule instanceof CSSStyleRule) yield rule;
-    const applies = rule instanceof CSSMediaRule ? matchMedia(rule.conditionText).matches : rule instanceof CSSSupportsRule;
-    if (applies) yield* rulesIn(rule.cssRules);
+    const isShown = rule instanceof CSSMediaRule && matchMedia(rule.conditionText).matches;
+    if (isShown || rule instanceof CSSSupportsRule) yield* rulesIn(rule.cssRules);
   }
 }
 
@@ -56,7 +56,7 @@ function* pageRules() {
     try {
       if (!sheet.disabled && matchMedia(sheet.media.mediaText).matches) yield* rulesIn(sheet.cssRules);
     } catch {
-      // A sheet of another origin does not show its rules.
+      // The rules of a sheet from another origin cannot be read.
     }
   }
 }
@@ -64,7 +64,7 @@ function* pageRules() {
 const INLINE_WEIGHT = 1e9;
 const IMPORTANT_WEIGHT = 1e10;
 
-/** What the page's author wrote for a property, the strongest declaration; empty when nobody did. */
+/** The declaration that wins for a property, as the page's author wrote it; empty when there is none. */
 function writtenStyle(element, name) {
   let best = { weight: -1, text: '' };
   const offer = (style, weight) => {
@@ -80,7 +80,7 @@ function writtenStyle(element, name) {
   return best.text;
 }
 
-/** The style in force, in the units that the page wrote. */
+/** An element's style in the units that the page uses. */
 class CurrentStyle {
   constructor(element) {
     this.element = element;
@@ -94,17 +94,16 @@ class CurrentStyle {
   }
 }
 
-// Modes 5 and 7 draw a frame of two pixels around the page, inside the root element: everything lies two pixels further
-// right and down, for the pointer as for getBoundingClientRect. It is drawn without a colour.
+// In modes 5 and 7 a border of two pixels surrounds the page, inside the root element. It moves everything two pixels
+// to the right and down, for the pointer and for getBoundingClientRect alike. It has no colour here.
 const frameSheet = new CSSStyleSheet();
-// What is placed absolutely must hang in the frame as well, and the root still has to fill the window. A document in a
-// frame draws the frame's border itself.
+// Absolutely placed elements must move too, and the root must still fill the window.
 frameSheet.replaceSync(`html {
   border: 2px solid transparent !important; position: relative; box-sizing: border-box; min-height: 100vh;
 }
 `);
 
-/** Whether the page around wants no border around this one. */
+/** Whether the parent page turns the border of this frame off. */
 function isBorderless() {
   try {
     return window.frameElement !== null && /^(0|no)$/i.test(window.frameElement.getAttribute('frameborder') || '');

@@ -1,4 +1,4 @@
-// The agent's core: objects under numbers, values on their way in and out, and the one entry that COM calls take.
+// The agent's core: numbered objects, the table of members, and the function that serves every COM call.
 const AGENT = Symbol.for('testbrowser.agent');
 const token = `${performance.timeOrigin}.${Math.random()}`;
 
@@ -6,7 +6,7 @@ const numbers = new WeakMap();
 const held = new Map();
 let lastNumber = 0;
 
-/** The object's number, the same for as long as the document lives; it is held until the other side drops it. */
+/** The object's number. It stays the same while the document lives; the object is held until the caller drops it. */
 function numberOf(object) {
   let number = numbers.get(object);
   if (number === undefined) numbers.set(object, (number = ++lastNumber));
@@ -26,7 +26,7 @@ class ComError {
   }
 }
 
-/** A value that goes out as the JSON given, e.g. one of a type of its own. */
+/** A value that is already encoded as JSON. */
 class Encoded {
   constructor(json) {
     this.json = json;
@@ -40,17 +40,17 @@ const E_INVALIDARG = 0x80070057;
 const DISP_E_MEMBERNOTFOUND = 0x80020003;
 const DISP_E_EXCEPTION = 0x80020009;
 
-/** A text; COM hands out the empty one as a null BSTR. */
+/** Encodes a text. COM returns an empty one as a null BSTR. */
 const textVariant = (text) => (text === '' ? new Encoded({ $: 'no text' }) : text);
 
 const answers = new Map();
 
-/** Functions that answer an interface's methods; the first argument is the object asked. */
+/** Adds the functions for an interface's methods. Their first argument is the object. */
 function define(name, functions) {
   for (const [member, answer] of Object.entries(functions)) answers.set(`${name}.${member}`, answer);
 }
 
-/** Every other method is the page's own member: get_x reads the property x, put_x sets it, x calls x. */
+/** Any other method is the page's own member: get_x reads the property x, put_x sets it, x calls it. */
 function plainMember(object, method, values) {
   const [, access, name] = /^(?:(get|put)_)?(.+)$/.exec(method);
   if (object instanceof CurrentStyle) return textVariant(object.read(name));
@@ -74,9 +74,9 @@ function targetOf(number) {
   return held.get(number);
 }
 
-// How to answer where nobody knows how MSHTML does, by the names of unknown_answers.cpp.
+// The chosen answers to open questions about MSHTML, by the names in unknown_answers.cpp.
 let chosenAnswers = {};
-/** Whether a question is to be answered so; each question's default is the answer that no call names. */
+/** Whether this answer was chosen. A default is never named. */
 const isChosen = (question, answer) => chosenAnswers[question] === answer;
 
 function failureOf(error) {
@@ -85,8 +85,8 @@ function failureOf(error) {
 }
 
 /**
- * One COM call.
- * @param wanted the document asked, by its token; empty for whichever is here now.
+ * Serves one COM call.
+ * @param wanted the token of the document that is asked; empty for the current one.
  * @param chosen the answers to open questions that differ from the defaults.
  */
 function call(wanted, number, member, values, dropped, chosen) {

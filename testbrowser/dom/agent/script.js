@@ -1,8 +1,8 @@
-// Late-bound members that no interface declares: what scripts can see of an object.
+// Late-bound members that no interface declares: the properties that scripts see.
 const DISPATCH_METHOD = 1;
 
-// Which "eval" callers from outside see. Usually none before a script engine runs, and from mode 9 on only one that a
-// script put there itself.
+// Callers see no "eval" before a script engine runs. From mode 9 on they see it only after a script assigned it. A
+// chosen answer changes this.
 let evalPutByScript = false;
 let currentEval = globalEval;
 Object.defineProperty(window, 'eval', {
@@ -50,7 +50,7 @@ function callFunction(method, self, values) {
   }
 }
 
-/** What an object is as a text. */
+/** The object as a text. */
 const textOfSelf = (object) => (isNode(object) || isWindow(object) ? '[object]' : String(object));
 
 define('Script', {

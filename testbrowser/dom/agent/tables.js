@@ -1,5 +1,5 @@
 // Tables.
-/** The rows of a table: of this one only, and before mode 9 in document order wherever their section stands. */
+/** The rows of this table, without those of nested tables. Before mode 9 they come in document order. */
 function rowsOf(table) {
   if (isModern()) return table.rows;
   const ownRows = () => Array.from(table.querySelectorAll('tr')).filter((row) => row.closest('table') === table);

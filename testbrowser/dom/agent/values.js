@@ -1,4 +1,4 @@
-// Values as JSON, objects as references that the other side makes COM objects of.
+// Values as JSON. Objects are references, from which the browser process makes COM objects.
 const classOf = (object) => Object.prototype.toString.call(object).slice(8, -1);
 
 function isWindow(object) {
@@ -25,7 +25,7 @@ function ownReference(object) {
   return { $: 'object', t: token, o: numberOf(object), k: kindOf(object) };
 }
 
-/** The agent of another document that scripts here may touch; undefined for one they may not. */
+/** The agent of another document; undefined when scripts here have no access to it. */
 function agentOf(otherWindow) {
   try {
     return otherWindow ? otherWindow[AGENT] : undefined;
@@ -68,11 +68,12 @@ function kindOf(object) {
   if (object instanceof CurrentStyle) return 'currentStyle';
   if (object instanceof UnsetAttribute) return 'attribute';
   if (object instanceof Event) return 'event';
-  if (object.nodeType === Node.ELEMENT_NODE) return object instanceof HTMLElement ? `element:${object.tagName}` : 'element';
+  if (object instanceof HTMLElement) return `element:${object.tagName}`;
+  if (object.nodeType === Node.ELEMENT_NODE) return 'element';
   return isNode(object) && isCommentElement(object) ? 'comment' : KINDS[classOf(object)] || 'object';
 }
 
-/** Every window that scripts here may reach, from the outermost on. */
+/** Every window to which scripts here have access, from the outermost on. */
 function* reachableWindows(from = outermostWindow()) {
   yield from;
   for (let i = 0; i < from.length; ++i) {

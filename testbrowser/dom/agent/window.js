@@ -3,7 +3,8 @@
 const CO_E_CLASSSTRING = 0x800401f3;
 const SCRIPT_E_REPORTED = 0x80020101;
 
-const frameElements = () => Array.from(document.querySelectorAll('frame, iframe')).filter((frame) => frame.contentWindow);
+const allFrames = () => Array.from(document.querySelectorAll('frame, iframe'));
+const frameElements = () => allFrames().filter((frame) => frame.contentWindow);
 
 define('IHTMLFramesCollection2', {
   get_length: () => frameElements().length,

@@ -24,6 +24,18 @@ std::string FocusAfterClick(const Page& page) {
   return active;
 }
 
+/// Gives focus to a field whose handler is busy for a while: whether the call waited for it, and whether the
+/// next call finds it done.
+std::string Focus(const Page& page) {
+  Run(page, L"document.activeElement.blur()");
+  const ULONGLONG begin = GetTickCount64();
+  const HRESULT result = page.Element<IHTMLElement2>(L"busy")->focus();
+  const bool waited = GetTickCount64() - begin >= 1500;
+  const std::string title = Title(page, L"busy");
+  Run(page, L"document.getElementById('busy').title = ''");
+  return Answer(result) + (waited ? " after" : " before") + " the handler, then " + title;
+}
+
 ComPtr<IHTMLCurrentStyle> Style(const Page& page, const wchar_t* id) {
   ComPtr<IHTMLCurrentStyle> style;
   page.Element<IHTMLElement2>(id)->get_currentStyle(&style);
@@ -108,6 +120,7 @@ const Fact kFacts[] = {
     {"click-submit", kAll, [](const Page& page) { return Click(page, L"submit", L"form"); },
      "S_OK 'click submit'"},
     {"click-focus", kAll, FocusAfterClick, "'typed'"},
+    {"focus", k5 | k11, Focus, "S_OK before the handler, then 'focused'"},
     {"current-style", kAll, [](const Page& page) { return Display(page, L"hidden"); }, "'none'"},
     {"current-style", kAll, [](const Page& page) { return Display(page, L"kids"); }, "'block'"},
     {"current-style-units", kAll,

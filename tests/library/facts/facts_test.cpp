@@ -30,6 +30,7 @@ const char kBody[] = R"(<body style="margin: 0">
 <input type=file id=file><button id=button value=b1 onclick="this.title = 'clicked'">b</button>
 <form id=form action="/none" onsubmit="this.title += ' submit'; return false">
 <input type=submit id=submit onclick="this.form.title = 'click'"></form>
+<input id=busy onfocus="for (var end = +new Date() + 1500; new Date() < end;); this.title = 'focused'">
 <select id=list onchange="this.title += 'changed '"><option>opt1</option><option value=two>opt2</option></select>
 <select id=valued onchange="this.title += 'change'"><option value=v1>1</option><option value=v2>2</option></select>
 <table id=table><tbody><tr id=b1><td id=c1>1</td><th id=c2>2</th></tr></tbody>
