@@ -19,6 +19,7 @@ namespace {
 //   The session is passed to every command; no other function looks it up.
 // - com/worker.cpp: the token of the call being waited for, and the objects of calls that were given up. A
 //   worker outlives its command and therefore the session's reach.
+// - input/pointer.cpp: when the library last pressed the left button. The system has one pointer.
 // - Once per thread: the apartment of a host's thread (below).
 // - Loaded once and kept: the MSHTML type library (session/browser_objects.cpp), GDI+ (capture/picture.cpp) and
 //   the compiled patterns (api/patterns.cpp).

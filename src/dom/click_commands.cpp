@@ -3,6 +3,7 @@
 #include "api/messages.h"
 #include "commands.h"
 #include "dom/worker_calls.h"
+#include "input/input_taken.h"
 #include "input/pointer.h"
 #include "locate/element_search.h"
 #include "locate/geometry.h"
@@ -17,6 +18,7 @@ Result ClickManually(Session& session, IHTMLElement* element) {
   // Deliberate: the double click's message, though this is a single click.
   if (!PlaceCursor(*point)) return Fail(messages::kDoubleClickFailed);
   ClickLeft();
+  AwaitMouseTaken();
   return Done();
 }
 

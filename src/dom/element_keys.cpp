@@ -6,6 +6,7 @@
 #include "api/messages.h"
 #include "com/com_ptr.h"
 #include "com/worker.h"
+#include "input/input_taken.h"
 #include "input/send_keys.h"
 #include "session/current_page.h"
 #include "session/windows.h"
@@ -46,6 +47,7 @@ OrFailure<void> PressKeysOnElement(Session& session, IHTMLElement* element,
   for (const std::string_view sequence : sequences) {
     if (!SendKeySequence(sequence)) return Failed(messages::kSendKeysFailed);
   }
+  AwaitKeysTaken();
   return {};
 }
 

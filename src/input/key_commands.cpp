@@ -1,3 +1,4 @@
+#include "api/messages.h"
 #include "commands.h"
 #include "dom/element_keys.h"
 #include "locate/element_search.h"
@@ -10,7 +11,8 @@ Result SendKeys(Session& session, const CommandParams& params) {
   const auto keys = TextValue(params);
   if (!keys) return keys.error();
   const auto element = FindElement(session, *target);
-  if (!element) return element.error();
+  // Deliberate: not the search's own message, which tells the step of a path.
+  if (!element) return Fail(messages::kElementNotFound);
   const auto pressed = PressKeysOnElement(session, element->Get(), {*keys});
   return pressed ? Done() : Result(pressed.error());
 }

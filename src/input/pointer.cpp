@@ -11,7 +11,22 @@
 namespace quillmate {
 namespace {
 
-void SendButtons(DWORD flags) { mouse_event(flags, 0, 0, 0, 0); }
+/// When the library last pressed the left button, in milliseconds of the system's running time. The system
+/// has one pointer, and commands run one at a time.
+ULONGLONG last_press = 0;
+
+void SendButtons(DWORD flags) {
+  if ((flags & MOUSEEVENTF_LEFTDOWN) != 0) last_press = GetTickCount64();
+  mouse_event(flags, 0, 0, 0, 0);
+}
+
+/// Within the system's double-click time the next press would be taken together with the last one.
+void AwaitNewClick() {
+  constexpr ULONGLONG kClockStep = 16;
+  const ULONGLONG over = last_press + GetDoubleClickTime() + kClockStep;
+  const ULONGLONG now = GetTickCount64();
+  if (last_press != 0 && now < over) com::Pause(std::chrono::milliseconds(over - now));
+}
 
 /// The real world of a movement: the system's clock, generator and pointer.
 class SystemMouse final : public MouseWorld {
@@ -39,6 +54,7 @@ void ReleaseLeft() { SendButtons(MOUSEEVENTF_LEFTUP); }
 void ClickLeft() { SendButtons(MOUSEEVENTF_LEFTDOWN | MOUSEEVENTF_LEFTUP); }
 
 void ClickLeftTwice() {
+  AwaitNewClick();
   for (int click = 0; click < 2; ++click) {
     PressLeft();
     ReleaseLeft();

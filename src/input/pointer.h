@@ -13,6 +13,8 @@ bool PlaceCursor(ScreenPoint point);
 void PressLeft();
 void ReleaseLeft();
 void ClickLeft();
+/// Waits first until the system would not take the clicks together with an earlier one of the library: the
+/// page would see a triple click.
 void ClickLeftTwice();
 void ClickRight();
 

@@ -5,6 +5,7 @@
 
 #include "api/messages.h"
 #include "commands.h"
+#include "input/input_taken.h"
 #include "input/pointer.h"
 #include "locate/element_search.h"
 #include "locate/geometry.h"
@@ -29,20 +30,27 @@ Result ActOnTarget(Session& session, const CommandParams& params, void (*act)(),
   if (!point) return point.error();
   if (!PlaceCursor(*point)) return Fail(failure);
   act();
+  AwaitMouseTaken();
   return Done();
+}
+
+bool MoveTo(ScreenPoint point) {
+  const bool moved = HumanMouseMove(point);
+  AwaitMouseTaken();
+  return moved;
 }
 
 Result MoveCursorBy(CoordinatePair offset) {
   POINT cursor;
   if (!GetCursorPos(&cursor)) return Fail(messages::kGetCursorPosFailed);
   const ScreenPoint start{static_cast<int>(cursor.x), static_cast<int>(cursor.y)};
-  return HumanMouseMove(OffsetBy(start, offset)) ? Done() : Fail(messages::kMoveByOffsetFailed);
+  return MoveTo(OffsetBy(start, offset)) ? Done() : Fail(messages::kMoveByOffsetFailed);
 }
 
 Result MoveCursorNear(Session& session, IHTMLElement* element, CoordinatePair offset) {
   const auto center = GetElementClickPoint(session, element);
   if (!center) return center.error();
-  return HumanMouseMove(OffsetBy(*center, offset)) ? Done() : Fail(messages::kMoveToElementWithOffsetFailed);
+  return MoveTo(OffsetBy(*center, offset)) ? Done() : Fail(messages::kMoveToElementWithOffsetFailed);
 }
 
 /// Drags from the cursor's place, where the button goes down, to an element's center.
@@ -55,6 +63,7 @@ Result DragOnto(Session& session, IHTMLDocument2* document, IHTMLElement* source
   if (!to) return Fail(messages::kDragAndDropFailed);
   HumanMouseMove(*to);
   ReleaseLeft();
+  AwaitMouseTaken();
   return Done();
 }
 
@@ -79,6 +88,7 @@ Result DragByOffset(Session& session, IHTMLElement* source, CoordinatePair offse
   PressLeft();
   HumanMouseMove(OffsetBy(*center, offset));
   ReleaseLeft();
+  AwaitMouseTaken();
   return Done();
 }
 
@@ -113,7 +123,7 @@ Result MoveToElement(Session& session, const CommandParams& params) {
   // Any place will do here, fully visible or not, so this is the new center after a scroll, not the old one.
   const auto place = GetElementScrolledIntoView(session, document->Get(), element->Get());
   if (!place) return Fail(messages::kFailedToScrollTheElementToTheView);
-  return HumanMouseMove(CenterOf(place->rectangle)) ? Done() : Fail(messages::kMoveToElementFailed);
+  return MoveTo(CenterOf(place->rectangle)) ? Done() : Fail(messages::kMoveToElementFailed);
 }
 
 Result MoveToElementWithOffset(Session& session, const CommandParams& params) {
