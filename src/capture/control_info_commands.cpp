@@ -60,9 +60,9 @@ com::JsonPtr Describe(IHTMLElement* element, const Rectangle& place) {
 Result GetControlInfo(Session& session, const CommandParams& params) {
   const auto element = ResolveTargetElement(session, params);
   if (!element) return element.error();
-  const auto document = GetFrameDocument(session);
-  if (document == nullptr) return Fail(messages::kElementNotFound);
-  const auto place = GetElementScrolledIntoView(session, document.Get(), element->Get());
+  const auto page = WalkFrames(session);
+  if (!page) return Fail(messages::kElementNotFound);
+  const auto place = GetElementScrolledIntoView(session, *page, element->Get());
   if (!place) return Fail(messages::kGetElementposFailed);
   auto info = Describe(element->Get(), place->rectangle);
   return info != nullptr ? Structured(std::move(info)) : Fail(messages::kElementNotFound);

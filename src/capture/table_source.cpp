@@ -7,7 +7,7 @@
 #include "com/bstr.h"
 #include "com/encoding.h"
 #include "com/variant.h"
-#include "locate/collections.h"
+#include "locate/collection_items.h"
 
 namespace quillmate {
 namespace {
@@ -86,6 +86,12 @@ std::string CellText(IDispatch* cell) {
   return com::ToUtf8(std::wstring_view(text.get().bstrVal, SysStringLen(text.get().bstrVal)));
 }
 
+com::ComPtr<IDispatch> NextOf(CollectionItems& items) {
+  com::ComPtr<IDispatch> item;
+  items.Next(item);
+  return item;
+}
+
 struct RowCells {
   com::ComPtr<IHTMLElementCollection> cells;
   LONG count = 0;
@@ -106,9 +112,9 @@ com::JsonPtr ReadRow(IDispatch* item) {
   const auto row = CellsOf(item);
   if (!row || row->count > kMaxCellsPerRow) return {};
   com::JsonPtr texts = Owned(cJSON_CreateArray());
-  CollectionItems cells(row->cells.Get());
+  CollectionItems cells(row->cells, CollectionItems::Need::kAll);
   for (LONG i = 0; i < row->count; ++i) {
-    Add(texts, Owned(cJSON_CreateString(CellText(cells.Next().Get()).c_str())));
+    Add(texts, Owned(cJSON_CreateString(CellText(NextOf(cells).Get()).c_str())));
   }
   return texts;
 }
@@ -120,7 +126,8 @@ com::ComPtr<IHTMLElementCollection> RowsOf(IHTMLTable* table) {
 }
 
 com::JsonPtr ReadFirstRow(IHTMLTable* table) {
-  return ReadRow(CollectionItems(RowsOf(table).Get()).Next().Get());
+  CollectionItems rows(RowsOf(table), CollectionItems::Need::kOne);
+  return ReadRow(NextOf(rows).Get());
 }
 
 /// @return the numbers of the columns; null when there are none.
@@ -145,8 +152,8 @@ std::optional<TableSource> FindTable(com::ComPtr<IHTMLElement> element) {
 
 com::JsonPtr ReadTable(const TableSource& table) {
   com::JsonPtr result = Owned(cJSON_CreateArray());
-  CollectionItems rows(RowsOf(table.body.Get()).Get());
-  com::ComPtr<IDispatch> row = rows.Next();
+  CollectionItems rows(RowsOf(table.body.Get()), CollectionItems::Need::kAll);
+  com::ComPtr<IDispatch> row = NextOf(rows);
   com::JsonPtr header;
   if (table.header != nullptr) {
     header = ReadFirstRow(table.header.Get());
@@ -154,7 +161,7 @@ com::JsonPtr ReadTable(const TableSource& table) {
     header = ColumnNumbers(first->count);
   }
   if (header != nullptr) Add(result, std::move(header));
-  for (; row != nullptr; row = rows.Next()) {
+  for (; row != nullptr; row = NextOf(rows)) {
     if (com::JsonPtr texts = ReadRow(row.Get())) Add(result, std::move(texts));
   }
   return result;

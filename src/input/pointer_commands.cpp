@@ -54,11 +54,11 @@ Result MoveCursorNear(Session& session, IHTMLElement* element, CoordinatePair of
 }
 
 /// Drags from the cursor's place, where the button goes down, to an element's center.
-Result DragOnto(Session& session, IHTMLDocument2* document, IHTMLElement* source, IHTMLElement* destination) {
-  const auto from = GetElementCenterPoint(session, document, source);
+Result DragOnto(Session& session, const FramePath& page, IHTMLElement* source, IHTMLElement* destination) {
+  const auto from = GetElementCenterPoint(session, page, source);
   if (!from || !PlaceCursor(*from)) return Fail(messages::kDragAndDropFailed);
   PressLeft();
-  const auto to = GetElementCenterPoint(session, document, destination);
+  const auto to = GetElementCenterPoint(session, page, destination);
   // Deliberate: the button stays down when there is nowhere to drop.
   if (!to) return Fail(messages::kDragAndDropFailed);
   HumanMouseMove(*to);
@@ -76,9 +76,9 @@ Result DragToElement(Session& session, const CommandParams& params, const char* 
   if (!from) return from.error();
   const auto to = FindElement(session, *destination);
   if (!to) return to.error();
-  const auto document = BringPageToTop(session, from->Get());
-  if (!document) return document.error();
-  return DragOnto(session, document->Get(), from->Get(), to->Get());
+  const auto page = BringPageToTop(session, from->Get());
+  if (!page) return page.error();
+  return DragOnto(session, *page, from->Get(), to->Get());
 }
 
 Result DragByOffset(Session& session, IHTMLElement* source, CoordinatePair offset) {
@@ -118,10 +118,10 @@ Result MoveByOffset(Session&, const CommandParams& params) {
 Result MoveToElement(Session& session, const CommandParams& params) {
   const auto element = ResolveTargetElement(session, params);
   if (!element) return element.error();
-  const auto document = BringPageToTop(session, element->Get());
-  if (!document) return document.error();
+  const auto page = BringPageToTop(session, element->Get());
+  if (!page) return page.error();
   // Any place will do here, fully visible or not, so this is the new center after a scroll, not the old one.
-  const auto place = GetElementScrolledIntoView(session, document->Get(), element->Get());
+  const auto place = GetElementScrolledIntoView(session, *page, element->Get());
   if (!place) return Fail(messages::kFailedToScrollTheElementToTheView);
   return MoveTo(CenterOf(place->rectangle)) ? Done() : Fail(messages::kMoveToElementFailed);
 }

@@ -8,11 +8,8 @@
 namespace quillmate {
 namespace {
 
-com::Variant Read(IHTMLElement* element, std::wstring_view name) {
-  constexpr LONG kAsWritten = 2;
-  com::Variant value;
-  element->getAttribute(com::Bstr(name).get(), kAsWritten, value.put());
-  return value;
+HRESULT Read(IHTMLElement* element, std::wstring_view name, com::Variant& value) {
+  return element->getAttribute(com::Bstr(name).get(), kAttributeAsWritten, value.put());
 }
 
 bool IsNothing(const com::Variant& value) { return value.type() == VT_NULL || value.type() == VT_EMPTY; }
@@ -51,14 +48,23 @@ bool IsWritten(IHTMLElement* element, std::wstring_view name) {
 
 }  // namespace
 
-std::optional<std::string> ReadAttribute(IHTMLElement* element, std::string_view name) {
+bool HasPropertyName(std::wstring_view name) { return PropertyBehind(name) != nullptr; }
+
+HRESULT ReadAttribute(IHTMLElement* element, std::string_view name, std::optional<std::string>& text) {
   const std::wstring wide_name = com::FromAnsi(name);
-  com::Variant value = Read(element, wide_name);
+  com::Variant value;
+  HRESULT result = Read(element, wide_name, value);
   const wchar_t* property = PropertyBehind(wide_name);
-  // Only below document mode 8 does the property answer to its own name here.
-  if (IsNothing(value) && property != nullptr) value = Read(element, property);
-  if (IsNothing(value)) return std::nullopt;
-  return ToText(value);
+  // Only below document mode 8 can getAttribute read the property.
+  if (SUCCEEDED(result) && IsNothing(value) && property != nullptr) result = Read(element, property, value);
+  if (SUCCEEDED(result) && !IsNothing(value)) text = ToText(value);
+  return result;
+}
+
+std::optional<std::string> ReadAttribute(IHTMLElement* element, std::string_view name) {
+  std::optional<std::string> text;
+  ReadAttribute(element, name, text);
+  return text;
 }
 
 std::optional<std::string> ReadWrittenAttribute(IHTMLElement* element, std::string_view name) {

@@ -1,26 +1,31 @@
 #include "locate/document_area.h"
 
-#include <cstdlib>
+#include <charconv>
 #include <string>
+#include <string_view>
 
 #include "com/bstr.h"
+#include "com/encoding.h"
 #include "com/variant.h"
-#include "locate/frames.h"
 #include "session/windows.h"
 
 namespace quillmate {
 namespace {
 
-bool IsQuirksLayout(IHTMLDocument2* document) {
+/// @return whether a document has quirks layout; nothing when it cannot be asked.
+std::optional<bool> IsQuirksLayout(IHTMLDocument2* document) {
   const auto newer = com::Query<IHTMLDocument5>(document);
   com::Bstr mode;
-  return newer != nullptr && SUCCEEDED(newer->get_compatMode(mode.put())) && mode.view() == L"BackCompat";
+  if (newer == nullptr || FAILED(newer->get_compatMode(mode.put()))) return std::nullopt;
+  return mode.view() == L"BackCompat";
 }
 
 /// The element whose client area is the document's view.
 com::ComPtr<IHTMLElement> ViewElement(IHTMLDocument2* document) {
   com::ComPtr<IHTMLElement> element;
-  if (IsQuirksLayout(document)) {
+  const auto quirks = IsQuirksLayout(document);
+  if (!quirks) return element;
+  if (*quirks) {
     document->get_body(&element);
   } else if (const auto newer = com::Query<IHTMLDocument3>(document)) {
     newer->get_documentElement(&element);
@@ -37,6 +42,17 @@ std::optional<ViewportSize> ReadViewportSize(IHTMLDocument2* document) {
     return std::nullopt;
   }
   return ViewportSize{static_cast<int>(width), static_cast<int>(height)};
+}
+
+/// @return the screen position of a document's client area.
+std::optional<ScreenPoint> ReadScreenOrigin(IHTMLDocument2* document) {
+  const auto placed = com::Query<IHTMLWindow3>(GetParentWindow(document));
+  LONG left = 0;
+  LONG top = 0;
+  if (placed == nullptr || FAILED(placed->get_screenLeft(&left)) || FAILED(placed->get_screenTop(&top))) {
+    return std::nullopt;
+  }
+  return ScreenPoint{static_cast<int>(left), static_cast<int>(top)};
 }
 
 struct ServerSearch {
@@ -68,92 +84,66 @@ std::optional<Rectangle> PageWindowArea(Session& session) {
 }
 
 std::optional<DocumentArea> TopDocumentArea(Session& session, IHTMLDocument2* document) {
-  const auto placed = com::Query<IHTMLWindow3>(GetParentWindow(document));
-  LONG left = 0;
-  LONG top = 0;
-  if (placed == nullptr || FAILED(placed->get_screenLeft(&left)) || FAILED(placed->get_screenTop(&top))) {
-    return std::nullopt;
-  }
+  const auto place = ReadScreenOrigin(document);
   const auto size = ReadViewportSize(document);
   const auto shown = PageWindowArea(session);
-  if (!size || !shown) return std::nullopt;
-  const Rectangle origin{left, top, left + size->width, top + size->height};
+  if (!place || !size || !shown) return std::nullopt;
+  const Rectangle origin{place->x, place->y, place->x + size->width, place->y + size->height};
   return DocumentArea{origin, Intersection(origin, *shown)};
 }
 
-/// A used length such as "7.5px" in whole pixels; any other unit counts as nothing.
-int PixelsOf(const com::Bstr& length) {
-  const std::wstring text(length.view());
-  wchar_t* unit = nullptr;
-  const double value = std::wcstod(text.c_str(), &unit);
-  return std::wstring_view(unit) == L"px" ? static_cast<int>(value + 0.5) : 0;
+/// @return a length such as "7.5px" in whole pixels; nothing in any other unit.
+std::optional<int> PixelsOf(HRESULT result, const com::Variant& length) {
+  const auto text = SUCCEEDED(result) ? length.ToText() : std::nullopt;
+  if (!text) return std::nullopt;
+  const std::string digits = com::ToAnsi(text->view());
+  double value = 0;
+  const char* end = digits.data() + digits.size();
+  const auto parsed = std::from_chars(digits.data(), end, value);
+  if (std::string_view(parsed.ptr, end) != "px" || !(value >= 0 && value < 1e6)) return std::nullopt;
+  return static_cast<int>(value + 0.5);
 }
 
-/// How far a frame's document begins inside its element's rectangle: behind its border and padding.
-ScreenPoint ContentOffset(IHTMLElement2* host) {
+/// How far a frame's document begins inside its element's rectangle, where the element's padding is given in
+/// pixels.
+std::optional<ScreenPoint> ReadInset(IHTMLElement2* frame) {
   LONG left = 0;
   LONG top = 0;
-  host->get_clientLeft(&left);
-  host->get_clientTop(&top);
   com::ComPtr<IHTMLCurrentStyle> style;
-  com::Bstr padding_left;
-  com::Bstr padding_top;
-  if (SUCCEEDED(host->get_currentStyle(&style)) && style != nullptr) {
-    com::Variant value;
-    if (SUCCEEDED(style->get_paddingLeft(value.put()))) padding_left = value.ToText().value_or(com::Bstr());
-    if (SUCCEEDED(style->get_paddingTop(value.put()))) padding_top = value.ToText().value_or(com::Bstr());
+  if (FAILED(frame->get_clientLeft(&left)) || FAILED(frame->get_clientTop(&top)) ||
+      FAILED(frame->get_currentStyle(&style)) || style == nullptr) {
+    return std::nullopt;
   }
-  return {left + PixelsOf(padding_left), top + PixelsOf(padding_top)};
+  com::Variant padding;
+  const auto padding_left = PixelsOf(style->get_paddingLeft(padding.put()), padding);
+  const auto padding_top = PixelsOf(style->get_paddingTop(padding.put()), padding);
+  if (!padding_left || !padding_top) return std::nullopt;
+  return ScreenPoint{static_cast<int>(left) + *padding_left, static_cast<int>(top) + *padding_top};
 }
 
-/// The frame element that hosts a document, known by the document's identity.
-com::ComPtr<IHTMLElement> FindHostAmong(IHTMLDocument3* parent, const wchar_t* tag,
-                                        IHTMLDocument2* document) {
-  com::ComPtr<IHTMLElementCollection> elements;
-  const com::Bstr name(tag);
-  if (FAILED(parent->getElementsByTagName(name.get(), &elements)) || elements == nullptr) return {};
-  for (LONG i = 0;; ++i) {
-    com::ComPtr<IDispatch> item;
-    if (FAILED(elements->item(com::Variant::Int(i).get(), com::Variant::Int(0).get(), &item))) return {};
-    if (item == nullptr) return {};
-    auto element = com::Query<IHTMLElement>(item);
-    if (com::IsSameObject(ReadFrameDocument(element.Get()).Get(), document)) return element;
-  }
+/// @return where a frame's document begins, in the client pixels of its parent.
+std::optional<ScreenPoint> ReadFrameOrigin(const FramePath& path, size_t level, const Rectangle& frame,
+                                           IHTMLElement2* element) {
+  if (const auto inset = ReadInset(element)) return ScreenPoint{frame.left + inset->x, frame.top + inset->y};
+  // The padding keeps the unit of its style sheet, but both windows know their places on the screen.
+  const auto inner = ReadScreenOrigin(path[level].document.Get());
+  const auto outer = ReadScreenOrigin(path[level - 1].document.Get());
+  if (!inner || !outer) return std::nullopt;
+  const ScreenPoint origin{inner->x - outer->x, inner->y - outer->y};
+  return IsInside(origin, frame) ? std::optional(origin) : std::nullopt;
 }
 
-com::ComPtr<IHTMLElement> FindHost(IHTMLDocument2* parent, IHTMLDocument2* document) {
-  const auto searchable = com::Query<IHTMLDocument3>(parent);
-  if (searchable == nullptr) return {};
-  // A page has either frames or inline frames.
-  for (const wchar_t* tag : {L"iframe", L"frame"}) {
-    if (auto host = FindHostAmong(searchable.Get(), tag, document)) return host;
-  }
-  return {};
-}
-
-std::optional<DocumentArea> FrameDocumentArea(IHTMLDocument2* parent, IHTMLDocument2* document) {
-  const auto host = FindHost(parent, document);
-  const auto placed = com::Query<IHTMLElement2>(host);
-  if (placed == nullptr) return std::nullopt;
-  auto rectangle = ReadClientRect(host.Get());
-  const auto parent_size = ReadViewportSize(parent);
-  if (!rectangle || !parent_size) return std::nullopt;
-  const ScreenPoint inset = ContentOffset(placed.Get());
-  rectangle->left += inset.x;
-  rectangle->top += inset.y;
-  return FrameArea(*rectangle, *parent_size);
-}
-
-/// @param depth how many frames lie between the top document and this one.
-std::optional<DocumentArea> ScreenAreaAtDepth(Session& session, IHTMLDocument2* document, size_t depth) {
-  if (document == nullptr) return std::nullopt;
-  if (depth == 0) return TopDocumentArea(session, document);
-  const auto parent = FindFrameDocument(document, "relative=parent");
-  const auto parent_area = ScreenAreaAtDepth(session, parent.Get(), depth - 1);
-  if (!parent_area) return std::nullopt;
-  const auto area = FrameDocumentArea(parent.Get(), document);
-  if (!area) return std::nullopt;
-  return LiftedBy(*area, *parent_area);
+std::optional<DocumentArea> FrameDocumentArea(const FramePath& path, size_t level) {
+  const auto element = FindFrameElement(path, level);
+  const auto measured = com::Query<IHTMLElement2>(element);
+  if (measured == nullptr) return std::nullopt;
+  const auto frame = ReadClientRect(element.Get());
+  if (!frame) return std::nullopt;
+  const auto origin = ReadFrameOrigin(path, level, *frame, measured.Get());
+  const auto size = ReadViewportSize(path[level].document.Get());
+  const auto parent_size = ReadViewportSize(path[level - 1].document.Get());
+  if (!origin || !size || !parent_size) return std::nullopt;
+  return FrameArea({origin->x, origin->y, origin->x + size->width, origin->y + size->height}, *parent_size);
 }
 
 }  // namespace
@@ -175,11 +165,13 @@ std::optional<Rectangle> ReadClientRect(IHTMLElement* element) {
                    static_cast<int>(bottom)};
 }
 
-std::optional<DocumentArea> GetDocumentScreenArea(Session& session, IHTMLDocument2* document) {
-  const CurrentTarget* target = session.Current();
-  // Each entry of the path descends by one frame, so its length saves asking every window whether it is the
-  // top.
-  return target != nullptr ? ScreenAreaAtDepth(session, document, target->frame_path.size()) : std::nullopt;
+std::optional<DocumentArea> GetDocumentScreenArea(Session& session, const FramePath& path) {
+  auto area = TopDocumentArea(session, path.front().document.Get());
+  for (size_t level = 1; area && level < path.size(); ++level) {
+    const auto frame = FrameDocumentArea(path, level);
+    area = frame ? std::optional(LiftedBy(*frame, *area)) : std::nullopt;
+  }
+  return area;
 }
 
 }  // namespace quillmate

@@ -4,6 +4,7 @@
 #include <mshtml.h>
 #include <optional>
 
+#include "locate/frames.h"
 #include "locate/screen_area.h"
 #include "session/session.h"
 
@@ -13,8 +14,8 @@ namespace quillmate {
 /// measured (an element outside the page's tree).
 std::optional<Rectangle> ReadClientRect(IHTMLElement* element);
 
-/// @param document the current frame's document.
-/// @return its area on the screen, visible through all its frames; nothing when a level cannot be measured.
-std::optional<DocumentArea> GetDocumentScreenArea(Session& session, IHTMLDocument2* document);
+/// @return the area on the screen of a path's last document, visible through all its frames; nothing when a
+/// level cannot be measured.
+std::optional<DocumentArea> GetDocumentScreenArea(Session& session, const FramePath& path);
 
 }  // namespace quillmate

@@ -1,27 +1,31 @@
-// Finds the elements of one document that a locator names; knows nothing of the current target.
+// Searches one document for the elements that a locator names.
 #pragma once
 
 #include <windows.h>
 #include <mshtml.h>
+#include <cstdint>
 #include <expected>
 #include <string_view>
-#include <vector>
 
 #include "api/result.h"
 #include "com/com_ptr.h"
 
 namespace quillmate {
 
-using Elements = std::vector<com::ComPtr<IHTMLElement>>;
+/// Why a search gave no element.
+struct SearchFailure : Failure {
+  /// False when a call failed on its way to the page: whether there is such an element is unknown.
+  bool page_answered = true;
+};
 
-/// How many matches the caller has use for. Each match costs calls to the browser, so a search for the first
-/// one stops there.
-enum class Wanted { kFirst, kAll };
+/// Finds the first match of a locator, in the order of the document's collections. Quotes around the locator
+/// or its value are removed first; when that finds nothing, the locator is tried unchanged.
+/// @return the element, or the failure message of the search.
+std::expected<com::ComPtr<IHTMLElement>, SearchFailure> FindFirst(IHTMLDocument2* document,
+                                                                  std::string_view locator);
 
-/// Finds the matches of a locator, in the order of the document's collections. Quotes around the locator or
-/// its value are removed first; when that finds nothing the locator is tried as it stands.
-/// @return at least one element, or the failure message of the search.
-OrFailure<Elements> FindElements(IHTMLDocument2* document, std::string_view locator,
-                                 Wanted wanted = Wanted::kAll);
+/// Counts the matches of a locator.
+/// @return the count; a failure only when the page could not be asked.
+std::expected<std::int32_t, SearchFailure> CountMatches(IHTMLDocument2* document, std::string_view locator);
 
 }  // namespace quillmate

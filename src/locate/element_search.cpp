@@ -6,7 +6,6 @@
 #include "api/patterns.h"
 #include "locate/document_search.h"
 #include "locate/locator_syntax.h"
-#include "session/current_page.h"
 
 namespace quillmate {
 namespace {
@@ -17,20 +16,26 @@ com::ComPtr<IHTMLElement> FindRemembered(Session& session, std::string_view loca
   return session.elements().Recall(ValueOf(locator));
 }
 
+ElementOrFailure FindOnPage(const PageOrMissing& page, std::string_view locator) {
+  if (page) return FindFirst(page->back().document.Get(), locator);
+  return std::unexpected(SearchFailure{{messages::kElementNotFound}, page.error() != PageMissing::kSilent});
+}
+
 }  // namespace
 
 ElementOrFailure FindElement(Session& session, std::string_view locator) {
   if (auto remembered = FindRemembered(session, locator)) return remembered;
-  const auto document = GetFrameDocument(session);
-  if (document == nullptr) return Failed(messages::kElementNotFound);
-  auto found = FindElements(document.Get(), locator, Wanted::kFirst);
-  if (!found) return std::unexpected(std::move(found.error()));
-  return std::move(found->front());
+  return FindOnPage(WalkFrames(session), locator);
+}
+
+ElementOrFailure FindElement(Session& session, const PageOrMissing& page, std::string_view locator) {
+  if (auto remembered = FindRemembered(session, locator)) return remembered;
+  return FindOnPage(page, locator);
 }
 
 ElementOrFailure ResolveTargetElement(Session& session, const CommandParams& params) {
   const auto target = Locator(params);
-  if (!target) return std::unexpected(target.error());
+  if (!target) return std::unexpected(SearchFailure{target.error()});
   return FindElement(session, *target);
 }
 

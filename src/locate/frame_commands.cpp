@@ -4,7 +4,6 @@
 
 #include "api/messages.h"
 #include "commands.h"
-#include "locate/frames.h"
 #include "session/current_page.h"
 
 namespace quillmate {
@@ -36,9 +35,9 @@ Result SelectFrame(Session& session, const CommandParams& params) {
     session.Current()->frame_path.clear();
     return Done();
   }
-  const auto document = GetFrameDocument(session);
-  if (document == nullptr) return Fail(messages::kFrameNotFound);
-  if (FindFrameDocument(document.Get(), target) == nullptr) return Fail(messages::kCantFindFrameBy + target);
+  auto path = WalkFrames(session);
+  if (!path) return Fail(messages::kFrameNotFound);
+  if (EnterFrame(*path, target) != S_OK) return Fail(messages::kCantFindFrameBy + target);
   UpdateFramePath(session.Current()->frame_path, std::move(target));
   return Done();
 }

@@ -3,23 +3,26 @@
 #include <exdisp.h>
 #include <servprov.h>
 #include <shlguid.h>
-#include <shlwapi.h>
-#include <wininet.h>
 #include <charconv>
 #include <climits>
+#include <optional>
 #include <string>
 #include <utility>
 
 #include "api/patterns.h"
 #include "com/bstr.h"
+#include "com/call_failure.h"
 #include "com/encoding.h"
 #include "com/variant.h"
 #include "locate/attribute_text.h"
-#include "locate/collections.h"
+#include "locate/collection_matches.h"
 #include "locate/locator_syntax.h"
 
 namespace quillmate {
 namespace {
+
+// A page has either frames or inline frames.
+constexpr const wchar_t* kFrameTags[] = {L"iframe", L"frame"};
 
 /// get_document fails with E_ACCESSDENIED for a cross-origin frame. The frame's IWebBrowser2 returns the
 /// document without an origin check.
@@ -34,98 +37,135 @@ com::ComPtr<IHTMLDocument2> DocumentThroughBrowser(IHTMLWindow2* window) {
   return com::Query<IHTMLDocument2>(document);
 }
 
-com::ComPtr<IHTMLDocument2> DocumentOf(IHTMLWindow2* window) {
-  com::ComPtr<IHTMLDocument2> document;
-  if (window == nullptr) return {};
-  if (SUCCEEDED(window->get_document(&document)) && document != nullptr) return document;
-  return DocumentThroughBrowser(window);
+/// A frame has two document objects: this gives the same one every time that it is asked from the same
+/// parent, and only then.
+/// @return S_OK; else a failure in transit: a frame that is there has a document, or will have one.
+HRESULT DocumentOf(IHTMLWindow2* window, com::ComPtr<IHTMLDocument2>& document) {
+  if (window == nullptr) return RPC_E_CALL_REJECTED;
+  const HRESULT result = window->get_document(&document);
+  if (com::FailedInTransit(result)) return result;
+  if (document == nullptr) document = DocumentThroughBrowser(window);
+  return document != nullptr ? S_OK : RPC_E_CALL_REJECTED;
 }
 
-com::ComPtr<IHTMLDocument2> RelativeDocument(IHTMLDocument2* document, bool top) {
-  const auto window = GetParentWindow(document);
-  com::ComPtr<IHTMLWindow2> other;
-  if (window == nullptr || FAILED(top ? window->get_top(&other) : window->get_parent(&other))) return {};
-  return DocumentOf(other.Get());
+HRESULT DocumentInside(IHTMLElement* frame, com::ComPtr<IHTMLDocument2>& document) {
+  com::ComPtr<IHTMLFrameBase2> framed;
+  com::ComPtr<IHTMLWindow2> window;
+  HRESULT result = com::QueryKnown(frame, framed);
+  if (SUCCEEDED(result)) result = framed->get_contentWindow(&window);
+  if (FAILED(result)) return com::FailedInTransit(result) ? result : S_FALSE;
+  return DocumentOf(window.Get(), document);
 }
 
-com::ComPtr<IHTMLDocument2> FrameAt(IHTMLDocument2* document, std::string_view position) {
+HRESULT EnterByPosition(FramePath& path, std::string_view position) {
   com::ComPtr<IHTMLFramesCollection2> frames;
   LONG number = LONG_MAX;  // for a number that is too long to be one
   std::from_chars(position.data(), position.data() + position.size(), number);
-  if (FAILED(document->get_frames(&frames)) || frames == nullptr) return {};
   com::Variant frame;
   com::Variant index = com::Variant::Int(number);
   VARIANT by_position = index.get();
-  if (FAILED(frames->item(&by_position, frame.put()))) return {};
-  return DocumentOf(frame.As<IHTMLWindow2>().Get());
+  HRESULT result = path.back().document->get_frames(&frames);
+  if (SUCCEEDED(result) && frames != nullptr) result = frames->item(&by_position, frame.put());
+  if (FAILED(result)) return com::FailedInTransit(result) ? result : S_FALSE;
+  FrameLevel level;
+  result = DocumentOf(frame.As<IHTMLWindow2>().Get(), level.document);
+  if (result == S_OK) path.push_back(std::move(level));
+  return result;
 }
 
-/// What a locator names a frame by, and which one.
-struct FrameName {
-  enum class Key { kId, kName, kSource };
-  Key key;
-  std::string wanted;
-  /// The address that sources are relative to.
-  com::Bstr base;
-};
-
-std::string Resolve(const com::Bstr& base, const std::string& address) {
-  wchar_t resolved[INTERNET_MAX_URL_LENGTH] = L"";
-  DWORD length = INTERNET_MAX_URL_LENGTH;
-  const std::wstring relative = com::FromAnsi(address);
-  if (base.empty() || FAILED(UrlCombineW(base.get(), relative.c_str(), resolved, &length, 0))) return {};
-  return com::ToAnsi(resolved);
-}
-
-/// The attribute as written is compared first, the address that it stands for second.
-bool SourceIs(IHTMLElement* element, const FrameName& name) {
-  const auto source = ReadAttribute(element, "src");
-  return source && (*source == name.wanted || Resolve(name.base, *source) == name.wanted);
-}
-
-bool IsNamed(IHTMLElement* element, const FrameName& name) {
-  if (name.key == FrameName::Key::kSource) return SourceIs(element, name);
-  com::Bstr actual;
-  if (name.key == FrameName::Key::kId) {
-    return SUCCEEDED(element->get_id(actual.put())) && com::ToAnsi(actual.view()) == name.wanted;
+/// The page's own resolution of an address: an anchor made for it alone resolves by the page's base. Not
+/// every document mode resolves the attribute of the frame itself.
+std::optional<std::string> FullAddress(IHTMLDocument2* document, const std::string& address) {
+  com::ComPtr<IHTMLElement> element;
+  if (FAILED(document->createElement(com::Bstr(L"a").get(), &element))) return std::nullopt;
+  const auto anchor = com::Query<IHTMLAnchorElement>(element);
+  com::Bstr full;
+  if (anchor == nullptr || FAILED(anchor->put_href(com::Bstr(com::FromAnsi(address)).get())) ||
+      FAILED(anchor->get_href(full.put()))) {
+    return std::nullopt;
   }
-  const auto frame = com::Query<IHTMLFrameBase>(element);
-  return frame != nullptr && SUCCEEDED(frame->get_name(actual.put())) &&
-         com::ToAnsi(actual.view()) == name.wanted;
+  return com::ToAnsi(full.view());
 }
 
-com::ComPtr<IHTMLDocument2> FrameAmong(IHTMLDocument3* document, const wchar_t* tag, const FrameName& name) {
-  com::ComPtr<IHTMLElementCollection> elements;
-  if (FAILED(document->getElementsByTagName(com::Bstr(tag).get(), &elements))) return {};
-  CollectionMatches frames(std::move(elements), EveryItem{});
-  while (const auto element = frames.Next()) {
-    if (IsNamed(element.Get(), name)) return ReadFrameDocument(element.Get());
+/// @return whether the frame's address attribute is the wanted one, as written or as the page resolves it.
+HRESULT HasSource(IHTMLDocument2* document, IHTMLElement* frame, const std::string& wanted) {
+  constexpr LONG kAsFullAddress = 4;
+  std::optional<std::string> written;
+  const HRESULT result = ReadAttribute(frame, "src", written);
+  if (com::FailedInTransit(result)) return result;
+  if (!written || written->empty()) return S_FALSE;
+  if (*written == wanted) return S_OK;
+  com::Variant full;
+  if (SUCCEEDED(frame->getAttribute(com::Bstr(L"src").get(), kAsFullAddress, full.put()))) {
+    const auto text = full.ToText();
+    if (text && com::ToAnsi(text->view()) == wanted) return S_OK;
   }
-  return {};
+  return FullAddress(document, *written) == wanted ? S_OK : S_FALSE;
+}
+
+HRESULT CollectFrames(IHTMLDocument2* document, const wchar_t* tag,
+                      com::ComPtr<IHTMLElementCollection>& frames) {
+  com::ComPtr<IHTMLDocument3> searchable;
+  const HRESULT result = com::QueryKnown(document, searchable);
+  return FAILED(result) ? result : searchable->getElementsByTagName(com::Bstr(tag).get(), &frames);
+}
+
+/// Goes through the frame elements of a document, of one tag and then of the other, that a selector takes.
+/// @param is_wanted returns S_OK for the element looked for, S_FALSE for any other, else why it cannot tell.
+template <class IsWanted>
+HRESULT FindAmongFrames(IHTMLDocument2* document, const Selector& selector, com::ComPtr<IHTMLElement>& found,
+                        IsWanted is_wanted) {
+  for (const wchar_t* tag : kFrameTags) {
+    com::ComPtr<IHTMLElementCollection> frames;
+    HRESULT result = CollectFrames(document, tag, frames);
+    if (FAILED(result)) return result;
+    CollectionMatches matches({std::move(frames), true, {}}, selector, Wanted::kFirst);
+    while ((result = matches.Next(found)) == S_OK) {
+      result = is_wanted(found.Get());
+      if (result != S_FALSE) return result;
+    }
+    if (FAILED(result)) return result;
+  }
+  found.Reset();
+  return S_FALSE;
+}
+
+Selector WithValue(Predicate::Source source, std::string_view value) {
+  return Predicate{Predicate::Test::kEquals, source, "name", std::string(value)};
 }
 
 /// The frame's element leads to its window; its position among the elements would not, once scripts have
 /// added frames.
-com::ComPtr<IHTMLDocument2> FrameBy(IHTMLDocument2* document, FrameName::Key key, std::string_view wanted) {
-  const auto searchable = com::Query<IHTMLDocument3>(document);
-  if (searchable == nullptr) return {};
-  FrameName name{key, std::string(wanted), {}};
-  if (key == FrameName::Key::kSource) document->get_URL(name.base.put());
-  for (const wchar_t* tag : {L"iframe", L"frame"}) {
-    if (auto found = FrameAmong(searchable.Get(), tag, name)) return found;
+HRESULT EnterByElement(FramePath& path, std::string_view locator) {
+  IHTMLDocument2* document = path.back().document.Get();
+  const std::string value(ValueOf(locator));
+  const auto any = [](IHTMLElement*) { return S_OK; };
+  FrameLevel level;
+  HRESULT result = S_FALSE;
+  if (Matches(Pattern::kId, locator)) {
+    result = FindAmongFrames(document, WithValue(Predicate::Source::kId, value), level.element, any);
+  } else if (Matches(Pattern::kName, locator)) {
+    result = FindAmongFrames(document, WithValue(Predicate::Source::kAttribute, value), level.element, any);
+  } else if (Matches(Pattern::kSrc, locator)) {
+    result = FindAmongFrames(document, EveryItem{}, level.element,
+                             [&](IHTMLElement* frame) { return HasSource(document, frame, value); });
   }
-  return {};
+  if (result == S_OK) result = DocumentInside(level.element.Get(), level.document);
+  if (result == S_OK) path.push_back(std::move(level));
+  return FAILED(result) && !com::FailedInTransit(result) ? S_FALSE : result;
 }
 
-com::ComPtr<IHTMLDocument2> FrameLookup(IHTMLDocument2* document, std::string_view locator) {
-  if (locator == "relative=parent") return RelativeDocument(document, false);
-  if (locator == "relative=top") return RelativeDocument(document, true);
-  const std::string_view value = ValueOf(locator);
-  if (Matches(Pattern::kIndex, locator)) return FrameAt(document, value);
-  if (locator.starts_with("id=")) return FrameBy(document, FrameName::Key::kId, value);
-  if (locator.starts_with("name=")) return FrameBy(document, FrameName::Key::kName, value);
-  if (locator.starts_with("src=")) return FrameBy(document, FrameName::Key::kSource, value);
-  return {};
+HRESULT Enter(FramePath& path, std::string_view locator) {
+  if (locator == "relative=top") {
+    path.resize(1);
+    return S_OK;
+  }
+  if (locator == "relative=parent") {
+    if (path.size() > 1) path.pop_back();
+    return S_OK;
+  }
+  if (Matches(Pattern::kIndex, locator)) return EnterByPosition(path, ValueOf(locator));
+  return EnterByElement(path, locator);
 }
 
 }  // namespace
@@ -136,19 +176,23 @@ com::ComPtr<IHTMLWindow2> GetParentWindow(IHTMLDocument2* document) {
   return window;
 }
 
-com::ComPtr<IHTMLDocument2> ReadFrameDocument(IHTMLElement* element) {
-  const auto frame = com::Query<IHTMLFrameBase2>(element);
-  com::ComPtr<IHTMLWindow2> window;
-  if (frame == nullptr || FAILED(frame->get_contentWindow(&window))) return {};
-  return DocumentOf(window.Get());
+HRESULT EnterFrame(FramePath& path, std::string_view locator) {
+  if (const auto unquoted = Unquote(locator)) {
+    const HRESULT result = Enter(path, *unquoted);
+    if (result != S_FALSE) return result;
+  }
+  return Enter(path, locator);
 }
 
-com::ComPtr<IHTMLDocument2> FindFrameDocument(IHTMLDocument2* document, std::string_view locator) {
-  if (document == nullptr) return {};
-  if (const auto unquoted = Unquote(locator)) {
-    if (auto found = FrameLookup(document, *unquoted)) return found;
-  }
-  return FrameLookup(document, locator);
+com::ComPtr<IHTMLElement> FindFrameElement(const FramePath& path, size_t level) {
+  if (path[level].element != nullptr) return path[level].element;
+  com::ComPtr<IHTMLElement> found;
+  FindAmongFrames(path[level - 1].document.Get(), EveryItem{}, found, [&](IHTMLElement* frame) {
+    com::ComPtr<IHTMLDocument2> document;
+    const bool is_shown = DocumentInside(frame, document) == S_OK;
+    return is_shown && com::IsSameObject(document.Get(), path[level].document.Get()) ? S_OK : S_FALSE;
+  });
+  return found;
 }
 
 }  // namespace quillmate

@@ -8,6 +8,7 @@
 
 #include "api/result.h"
 #include "com/com_ptr.h"
+#include "locate/frames.h"
 #include "locate/screen_area.h"
 #include "session/session.h"
 
@@ -24,12 +25,12 @@ bool ScrollElementIntoView(IHTMLElement* element);
 
 /// Measures an element; when it is not fully visible, scrolls it into view and measures it again.
 /// @return its last measured place; nothing when it can be neither measured nor scrolled.
-std::optional<ElementOnScreen> GetElementScrolledIntoView(Session& session, IHTMLDocument2* document,
+std::optional<ElementOnScreen> GetElementScrolledIntoView(Session& session, const FramePath& page,
                                                           IHTMLElement* element);
 
 /// The point that pointer input aims at: the middle of the element as it was measured before any scroll.
 /// @return the point when it lies in the document's visible area; nothing otherwise.
-std::optional<ScreenPoint> GetElementCenterPoint(Session& session, IHTMLDocument2* document,
+std::optional<ScreenPoint> GetElementCenterPoint(Session& session, const FramePath& page,
                                                  IHTMLElement* element);
 
 /// Brings the page to the top and gives the element's center point.

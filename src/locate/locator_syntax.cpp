@@ -86,20 +86,27 @@ std::string_view ValueOf(std::string_view locator) {
   return equals == std::string_view::npos ? std::string_view() : locator.substr(equals + 1);
 }
 
-Bracketed SplitBracket(std::string_view text) {
-  const size_t open = text.rfind('[');
-  if (!text.ends_with(']') || open == std::string_view::npos || open == 0) return {std::string(text), {}};
+Bracketed SplitBracket(std::string_view text, LeadByteTest is_lead_byte) {
+  size_t open = 0;
+  bool closed = false;
+  for (size_t i = 0; i < text.size(); ++i) {
+    if (text[i] == '[') open = i;
+    closed = text[i] == ']';
+    // Skips the second byte of a character.
+    if (is_lead_byte(text[i])) ++i;
+  }
+  if (!closed || open == 0) return {std::string(text), {}};
   return {std::string(text.substr(0, open)), std::string(text.substr(open + 1, text.size() - open - 2))};
 }
 
-std::vector<LocatorStep> SplitPath(std::string_view path) {
+std::vector<LocatorStep> SplitPath(std::string_view path, LeadByteTest is_lead_byte) {
   std::vector<LocatorStep> steps;
   size_t begin = 0;
   while (begin < path.size()) {
     const size_t name = path.find_first_not_of('/', begin);
     const size_t end =
         name == std::string_view::npos ? path.size() : std::min(path.find('/', name), path.size());
-    steps.push_back(SplitBracket(path.substr(begin, end - begin)));
+    steps.push_back(SplitBracket(path.substr(begin, end - begin), is_lead_byte));
     begin = end;
   }
   return steps;
@@ -136,6 +143,13 @@ Selector ParseSelector(std::string_view text) {
   Position position;
   std::from_chars(text.data(), text.data() + text.size(), position.number);
   return position;
+}
+
+bool TakesNothing(const Selector& selector) {
+  const auto* position = std::get_if<Position>(&selector);
+  const auto* predicate = std::get_if<Predicate>(&selector);
+  return (position != nullptr && position->number < 1) ||
+         (predicate != nullptr && predicate->test == Predicate::Test::kNever);
 }
 
 }  // namespace quillmate

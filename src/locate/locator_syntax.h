@@ -24,16 +24,20 @@ struct Bracketed {
   bool operator==(const Bracketed&) const = default;
 };
 
-/// Splits a text that ends with "]" at its last "[" after the first byte. Knows nothing of quotes, on
-/// purpose: a bracket inside a quoted value splits too.
-Bracketed SplitBracket(std::string_view text);
+/// Whether a byte of the code page in use begins a character of two bytes. The second byte of such a
+/// character can look like a bracket.
+using LeadByteTest = bool (*)(char byte);
+
+/// Splits a text that ends with "]" at its last "[" after the first byte. Deliberate: knows nothing of
+/// quotes, so that a bracket inside a quoted value splits too.
+Bracketed SplitBracket(std::string_view text, LeadByteTest is_lead_byte);
 
 /// One step of a path: its tag text with the leading slashes, and its selector.
 using LocatorStep = Bracketed;
 
-/// Splits a path before each "/" that follows another character than "/". Knows nothing of quotes or
-/// brackets, on purpose: a "/" inside a predicate ends a step too.
-std::vector<LocatorStep> SplitPath(std::string_view path);
+/// Splits a path before each "/" that follows another character than "/". Deliberate: knows nothing of
+/// quotes or brackets, so that a "/" inside a predicate ends a step too.
+std::vector<LocatorStep> SplitPath(std::string_view path, LeadByteTest is_lead_byte);
 
 /// A test of one value of an element.
 struct Predicate {
@@ -70,5 +74,8 @@ using Selector = std::variant<EveryItem, Position, Predicate>;
 
 /// What the text between brackets asks for.
 Selector ParseSelector(std::string_view text);
+
+/// Whether a selector takes nothing from any collection.
+bool TakesNothing(const Selector& selector);
 
 }  // namespace quillmate

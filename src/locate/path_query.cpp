@@ -1,211 +1,192 @@
-// The path evaluator: branches are walked depth first, each match of a step fetched only when its branch
-// begins.
+// The path evaluator walks the branches of a path depth first, on a stack of its own: level 0 holds the
+// document, level n the matches of step n inside one match of the step before. The newest level gives its
+// next match, which either is a result (the path ends there) or opens the level of the next step; a level
+// that has no more is dropped, and the one below goes on. So the results come in the order of the branches,
+// a search for the first result fetches no match that it does not need, and a path of tens of thousands of
+// steps costs memory, not the thread's stack.
 #include "locate/path_query.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <optional>
 #include <string>
 #include <utility>
+#include <vector>
 
 #include "api/messages.h"
-#include "com/bstr.h"
+#include "com/call_failure.h"
 #include "com/encoding.h"
-#include "com/variant.h"
-#include "locate/collections.h"
+#include "locate/code_page.h"
+#include "locate/first_step.h"
 #include "locate/locator_syntax.h"
+#include "locate/step_candidates.h"
 
 namespace quillmate {
 namespace {
 
-using Collection = com::ComPtr<IHTMLElementCollection>;
-
-/// What a step is searched from: an element, or the document when null.
-using Context = com::ComPtr<IHTMLElement>;
-
-Collection AsCollection(const com::ComPtr<IDispatch>& object) {
-  return com::Query<IHTMLElementCollection>(object);
-}
-
-Collection CollectFromDocument(IHTMLDocument2* document, std::string_view tag) {
-  // One slash and two mean the same here: /div as a first step finds every div of the document.
-  const size_t slashes = tag.starts_with("//") ? 2 : 1;
-  if (!tag.starts_with('/')) return {};
-  const std::string_view name = tag.substr(slashes);
-  Collection collection;
-  if (name == "*") {
-    document->get_all(&collection);
-  } else if (const auto searchable = com::Query<IHTMLDocument3>(document)) {
-    searchable->getElementsByTagName(com::Bstr(com::FromAnsi(name)).get(), &collection);
-  }
-  return collection;
-}
-
-Collection CollectDescendants(IHTMLElement* element, std::string_view name) {
-  if (name == "*") {
-    com::ComPtr<IDispatch> all;
-    element->get_all(&all);
-    return AsCollection(all);
-  }
-  Collection collection;
-  if (const auto searchable = com::Query<IHTMLElement2>(element)) {
-    searchable->getElementsByTagName(com::Bstr(com::FromAnsi(name)).get(), &collection);
-  }
-  return collection;
-}
-
-Collection CollectChildren(IHTMLElement* element, std::string_view name) {
-  com::ComPtr<IDispatch> object;
-  element->get_children(&object);
-  auto children = AsCollection(object);
-  if (children == nullptr || name == "*") return children;
-  com::ComPtr<IDispatch> tagged;
-  children->tags(com::Variant::Text(com::FromAnsi(name)).get(), &tagged);
-  return AsCollection(tagged);
-}
-
-Collection CollectFromElement(IHTMLElement* element, std::string_view tag) {
-  if (tag.starts_with("//")) return CollectDescendants(element, tag.substr(2));
-  if (tag.starts_with('/')) return CollectChildren(element, tag.substr(1));
-  return {};
-}
-
-Collection Collect(IHTMLDocument2* document, const Context& context, std::string_view tag) {
-  return context == nullptr ? CollectFromDocument(document, tag) : CollectFromElement(context.Get(), tag);
-}
-
-/// @return the parent; the document when there is none.
-Context ParentOf(const Context& context) {
-  Context parent;
-  if (context == nullptr || FAILED(context->get_parentElement(&parent))) return {};
-  return com::IsSameObject(parent.Get(), context.Get()) ? Context() : parent;
-}
-
-/// What a step of the form //*[@id='value'] finds first, asked of the document directly instead of every
-/// element; null when the step has another form or the answer is not exact (document modes below 8 also
-/// answer with names).
-Context FindDirectly(IHTMLDocument2* document, const LocatorStep& step) {
-  const Selector selector = ParseSelector(step.selector);
-  const auto* predicate = std::get_if<Predicate>(&selector);
-  if (predicate == nullptr || predicate->test != Predicate::Test::kEquals ||
-      predicate->source != Predicate::Source::kId || (step.head != "//*" && step.head != "/*")) {
-    return {};
-  }
-  Context element;
-  const auto searchable = com::Query<IHTMLDocument3>(document);
-  if (searchable == nullptr ||
-      FAILED(searchable->getElementById(com::Bstr(com::FromAnsi(predicate->value)).get(), &element)) ||
-      element == nullptr || !MatchPredicate(element.Get(), *predicate)) {
-    return {};
-  }
-  return element;
-}
-
-/// The contexts that one step makes out of one context.
-class StepMatches {
+/// The matches of one step inside one context.
+class Level {
  public:
-  explicit StepMatches(Context only) : first_(std::move(only)), rest_({}, EveryItem{}) {}
+  explicit Level(Context only) : only_(std::move(only)) {}
   /// @param results how many results there were before.
-  StepMatches(CollectionMatches matches, size_t results)
-      : rest_(std::move(matches)), results_before_(results) {}
+  Level(CollectionMatches matches, std::int32_t results)
+      : matches_(std::move(matches)), results_before_(results) {}
 
-  std::optional<Context> Next() {
-    if (first_) return std::exchange(first_, std::nullopt);
-    auto element = rest_.Next();
-    return element != nullptr ? std::optional(std::move(element)) : std::nullopt;
+  HRESULT Next(Context& context) {
+    if (only_) {
+      context = *std::exchange(only_, std::nullopt);
+      return S_OK;
+    }
+    return matches_ ? matches_->Next(context) : S_FALSE;
   }
+  void Restart(Context only) { only_ = std::move(only); }
+  std::int32_t results_before() const { return results_before_; }
 
-  bool IsCutShort() const { return rest_.IsCutShort(); }
-  size_t results_before() const { return results_before_; }
-
-  /// Whether a match was good for anything so far.
+  /// Whether there was a match so far.
   bool fruitful = false;
 
  private:
-  std::optional<Context> first_;
-  CollectionMatches rest_;
-  size_t results_before_ = 0;
+  std::optional<Context> only_;
+  std::optional<CollectionMatches> matches_;
+  std::int32_t results_before_ = 0;
 };
 
 class XPathQuery {
  public:
   XPathQuery(IHTMLDocument2* document, std::string_view path, Wanted wanted)
-      : document_(document), steps_(SplitPath(path)), wanted_(wanted) {}
+      : document_(document), steps_(SplitPath(path, IsLeadByte)), wanted_(wanted) {}
 
-  OrFailure<Elements> Run() {
-    // The branches under way, one level a step. Paths may have tens of thousands of steps: no recursion.
-    std::vector<StepMatches> levels;
-    levels.emplace_back(Context());
-    // What is found directly goes first; should its branch fail, the whole search still follows.
-    if (auto direct = FirstDirectMatch()) levels.emplace_back(std::move(direct));
-    while (!levels.empty() && !IsDone()) {
-      if (const auto context = levels.back().Next()) {
-        Advance(levels, *context);
-      } else {
-        if (levels.back().IsCutShort()) DropMatches(levels.back());
-        if (!levels.back().fruitful) RecordFailure(levels.size() - 2);
-        levels.pop_back();
-      }
+  FoundOrFailure Run() {
+    levels_.emplace_back(Context());
+    while (!levels_.empty() && !IsDone()) {
+      const size_t step = levels_.size() - 1;
+      if (FAILED(GoOn())) return std::unexpected(FailureAt(std::min(step, steps_.size() - 1), false));
     }
-    if (result_.empty()) return std::unexpected(FailureMessage());
-    return std::move(result_);
+    if (found_.count == 0) return std::unexpected(FailureAt(*failed_step_, true));
+    return std::move(found_);
   }
 
  private:
-  Context FirstDirectMatch() const {
-    return wanted_ == Wanted::kFirst ? FindDirectly(document_, steps_.front()) : Context();
+  bool IsDone() const { return wanted_ == Wanted::kFirst && found_.count > 0; }
+
+  /// @return a failure only when the page could not be asked.
+  HRESULT GoOn() {
+    Context context;
+    const HRESULT result = levels_.back().Next(context);
+    if (result == S_OK) return Advance(context);
+    if (com::FailedInTransit(result)) return result;
+    CloseLevel(FAILED(result));
+    return S_OK;
   }
 
-  bool IsDone() const { return wanted_ == Wanted::kFirst && !result_.empty(); }
-
-  void Advance(std::vector<StepMatches>& levels, const Context& context) {
-    const size_t step = levels.size() - 1;
+  HRESULT Advance(const Context& context) {
+    const size_t step = levels_.size() - 1;
     if (step < steps_.size()) {
-      levels.back().fruitful = true;
-      levels.push_back(Match(context, steps_[step]));
-    } else if (context != nullptr) {
-      levels.back().fruitful = true;
-      result_.push_back(context);
+      levels_.back().fruitful = true;
+      return OpenLevel(context, step);
     }
+    // A path that ends at the document ends at no element.
+    if (context == nullptr) return S_OK;
+    levels_.back().fruitful = true;
+    if (found_.first == nullptr) found_.first = context;
+    ++found_.count;
+    return S_OK;
   }
 
-  StepMatches Match(const Context& context, const LocatorStep& step) const {
-    if (step.selector.empty() && step.head == "/.") return StepMatches(context);
-    if (step.selector.empty() && step.head == "/..") return StepMatches(ParentOf(context));
+  HRESULT OpenLevel(const Context& context, size_t number) {
+    const LocatorStep& step = steps_[number];
+    if (step.selector.empty() && step.head == "/.") return Push(Level(context));
+    if (step.selector.empty() && step.head == "/..") return OpenParent(context);
     Selector selector = ParseSelector(step.selector);
-    return {CollectionMatches(Collect(document_, context, step.head), std::move(selector)), result_.size()};
+    if (TakesNothing(selector)) return OpenMatches({}, EveryItem{}, number);
+    if (number == 0 && !std::exchange(document_asked_, true))
+      return OpenFirstStep(AskDocument(document_, step, selector, wanted_), std::move(selector));
+    Candidates candidates;
+    const HRESULT result = CollectCandidates(document_, context, step.head, candidates);
+    if (com::FailedInTransit(result)) return result;
+    return OpenMatches(SUCCEEDED(result) ? std::move(candidates) : Candidates{}, std::move(selector), number);
   }
 
-  /// A collection that could not be walked to its end matches nothing.
-  void DropMatches(StepMatches& matches) {
-    result_.resize(matches.results_before());
-    matches.fruitful = false;
+  HRESULT OpenFirstStep(FirstStepAnswer answer, Selector selector) {
+    if (const auto* unasked = std::get_if<Unasked>(&answer)) return unasked->result;
+    if (std::holds_alternative<NoMatch>(answer)) return OpenMatches({}, EveryItem{}, 0);
+    if (auto* among = std::get_if<AmongCandidates>(&answer))
+      return OpenMatches(std::move(among->candidates), std::move(selector), 0);
+    // Level 0 gives the document once more, for a walk: when the match leads to no result, another one may.
+    levels_.front().Restart(Context());
+    if (auto* first = std::get_if<FirstMatch>(&answer)) return Push(Level(std::move(first->element)));
+    return S_OK;
   }
 
-  /// The deepest failure is told, the later of two at one depth.
+  HRESULT OpenParent(const Context& context) {
+    Context parent;
+    if (context != nullptr) {
+      const HRESULT result = context->get_parentElement(&parent);
+      if (com::FailedInTransit(result)) return result;
+      if (FAILED(result)) return OpenMatches({}, EveryItem{}, levels_.size() - 1);
+      if (com::IsSameObject(parent.Get(), context.Get())) parent.Reset();
+    }
+    return Push(Level(std::move(parent)));
+  }
+
+  HRESULT OpenMatches(Candidates candidates, Selector selector, size_t step) {
+    CollectionMatches matches(std::move(candidates), std::move(selector), wanted_);
+    if (wanted_ == Wanted::kCount && step + 1 == steps_.size()) return AddCount(matches, step);
+    return Push(Level(std::move(matches), found_.count));
+  }
+
+  HRESULT AddCount(CollectionMatches& matches, size_t step) {
+    std::int32_t count = 0;
+    const HRESULT result = matches.Count(count);
+    if (com::FailedInTransit(result)) return result;
+    if (FAILED(result) || count == 0) RecordFailure(step);
+    if (SUCCEEDED(result)) found_.count += count;
+    return S_OK;
+  }
+
+  HRESULT Push(Level level) {
+    levels_.push_back(std::move(level));
+    return S_OK;
+  }
+
+  /// @param cut_short whether the walk ended before its collection did: then the step matches nothing.
+  void CloseLevel(bool cut_short) {
+    Level& level = levels_.back();
+    if (cut_short) {
+      found_.count = level.results_before();
+      level.fruitful = false;
+    }
+    if (!level.fruitful) RecordFailure(levels_.size() - 2);
+    levels_.pop_back();
+  }
+
+  /// The deepest failing step is reported; on a tie, the later one.
   void RecordFailure(size_t step) {
     if (!failed_step_ || step >= *failed_step_) failed_step_ = step;
   }
 
-  Failure FailureMessage() const {
-    const LocatorStep& step = steps_[*failed_step_];
+  SearchFailure FailureAt(size_t number, bool page_answered) const {
+    const LocatorStep& step = steps_[number];
     char message[1024];
     const int length =
         std::snprintf(message, sizeof message, "Find element failed in %d's Xpath node [ %s[%s] ]!",
-                      static_cast<int>(*failed_step_ + 1), step.head.c_str(), step.selector.c_str());
+                      static_cast<int>(number + 1), step.head.c_str(), step.selector.c_str());
     const bool fits = length >= 0 && length < static_cast<int>(sizeof message);
-    return {fits ? message : messages::kElementNotFound};
+    return {{fits ? message : messages::kElementNotFound}, page_answered};
   }
 
   IHTMLDocument2* document_;
   std::vector<LocatorStep> steps_;
   Wanted wanted_;
-  Elements result_;
+  std::vector<Level> levels_;
+  bool document_asked_ = false;
+  Found found_;
   std::optional<size_t> failed_step_;
 };
 
 }  // namespace
 
-OrFailure<Elements> EvaluatePath(IHTMLDocument2* document, std::string_view path, Wanted wanted) {
+FoundOrFailure EvaluatePath(IHTMLDocument2* document, std::string_view path, Wanted wanted) {
   return XPathQuery(document, path, wanted).Run();
 }
 

@@ -6,14 +6,21 @@
 #include <expected>
 #include <string_view>
 
-#include "api/result.h"
+#include "locate/collection_matches.h"
 #include "locate/document_search.h"
 
 namespace quillmate {
 
+/// What a search found: at least one match.
+struct Found {
+  com::ComPtr<IHTMLElement> first;
+  std::int32_t count = 0;
+};
+using FoundOrFailure = std::expected<Found, SearchFailure>;
+
 /// Evaluates a path such as //div[@class='list']/a[2].
-/// @return at least one element in the order of the branches, or a message that names the step at which the
-/// branch that got furthest failed.
-OrFailure<Elements> EvaluatePath(IHTMLDocument2* document, std::string_view path, Wanted wanted);
+/// @return the first match of the branches' order when that is wanted, else how many there are; or a message
+/// that names the step at which the branch that got furthest failed.
+FoundOrFailure EvaluatePath(IHTMLDocument2* document, std::string_view path, Wanted wanted);
 
 }  // namespace quillmate

@@ -18,20 +18,42 @@ namespace {
 constexpr int kWaitAttempts = 10;
 constexpr std::chrono::seconds kWaitInterval(1);
 
-/// Whether the element is there: on the page, and with "check_type" exactly "visible" also displayed.
-bool IsShown(Session& session, const std::string& target, const std::string& check_type) {
-  const auto element = FindElement(session, target);
-  return element && (check_type != "visible" || IsElementDisplayed(*element));
+enum class Presence {
+  kThere,
+  kNotThere,
+  /// The page did not answer, so nobody knows.
+  kUnknown
+};
+
+Presence PresenceOf(Display display) {
+  if (display == Display::kUnknown) return Presence::kUnknown;
+  return display == Display::kShown ? Presence::kThere : Presence::kNotThere;
 }
 
-/// Looks once a second until the element is there, or is not.
-Result WaitUntil(Session& session, bool shown, const CommandParams& params, const char* failure) {
+/// Whether the element is there: on the page, and with "check_type" exactly "visible" also displayed.
+Presence Look(const ElementOrFailure& element, const std::string& check_type) {
+  if (!element) return element.error().page_answered ? Presence::kNotThere : Presence::kUnknown;
+  return check_type == "visible" ? PresenceOf(ReadDisplay(*element)) : Presence::kThere;
+}
+
+Result Answer(Presence presence) {
+  if (presence == Presence::kUnknown) return Fail(messages::kElementNotFound);
+  return Boolean(presence == Presence::kThere);
+}
+
+/// Looks once a second until the element is there, or is not. A page that does not answer is busy: that
+/// attempt counts, and the wait goes on.
+Result WaitUntil(Session& session, Presence wanted, const CommandParams& params, const char* failure) {
   const auto target = Locator(params);
   if (!target) return target.error();
   const std::string check_type = params.Get("check_type");
-  if (GetFrameDocument(session) == nullptr) return Fail(messages::kFrameNotFound);
-  const auto is_met = [&] { return IsShown(session, *target, check_type) == shown; };
-  if (com::PollUntil(kWaitAttempts, kWaitInterval, is_met)) return Done();
+  auto page = WalkFrames(session);
+  if (!page && page.error() == PageMissing::kGone) return Fail(messages::kFrameNotFound);
+  for (int attempt = 0; attempt < kWaitAttempts; ++attempt) {
+    if (attempt > 0) page = WalkFrames(session);
+    if (Look(FindElement(session, page, *target), check_type) == wanted) return Done();
+    com::Pause(kWaitInterval);
+  }
   return {false, false, failure};
 }
 
@@ -60,30 +82,30 @@ Result GetElement(Session& session, const CommandParams& params) {
 Result HasElement(Session& session, const CommandParams& params) {
   const auto target = Locator(params);
   if (!target) return target.error();
-  return Boolean(IsShown(session, *target, params.Get("check_type")));
+  return Answer(Look(FindElement(session, *target), params.Get("check_type")));
 }
 
 Result IsElementExist(Session& session, const CommandParams& params) {
   const auto target = Locator(params);
   if (!target) return target.error();
-  return Boolean(FindElement(session, *target).has_value());
+  return Answer(Look(FindElement(session, *target), {}));
 }
 
 Result WaitShow(Session& session, const CommandParams& params) {
-  return WaitUntil(session, true, params, messages::kWaitElementShowFailed);
+  return WaitUntil(session, Presence::kThere, params, messages::kWaitElementShowFailed);
 }
 
 Result WaitDisappear(Session& session, const CommandParams& params) {
-  return WaitUntil(session, false, params, messages::kWaitElementDisappearFailed);
+  return WaitUntil(session, Presence::kNotThere, params, messages::kWaitElementDisappearFailed);
 }
 
 Result GetElementCount(Session& session, const CommandParams& params) {
   const auto target = Locator(params);
   if (!target) return target.error();
-  const auto document = GetFrameDocument(session);
-  if (document == nullptr) return Number(0);
-  const auto elements = FindElements(document.Get(), *target);
-  return Number(elements ? static_cast<std::int32_t>(elements->size()) : 0);
+  const auto page = WalkFrames(session);
+  if (!page) return page.error() == PageMissing::kGone ? Number(0) : Fail(messages::kElementNotFound);
+  const auto count = CountMatches(page->back().document.Get(), *target);
+  return count ? Number(*count) : Fail(messages::kElementNotFound);
 }
 
 Result GetChildElementCount(Session& session, const CommandParams& params) {

@@ -4,6 +4,7 @@
 #include "api/messages.h"
 #include "api/validation.h"
 #include "com/bstr.h"
+#include "com/call_failure.h"
 #include "commands.h"
 #include "locate/element_search.h"
 #include "locate/frames.h"
@@ -21,35 +22,52 @@ Result ScrollViewTo(IHTMLDocument2* document, CoordinatePair position) {
                            : Fail(messages::kScrollFailed);
 }
 
-/// Whether scrolling this element scrolls the page: HTML or BODY, in any layout mode.
-bool IsPageRoot(IHTMLElement* element) {
+/// @return S_OK when scrolling this element scrolls the page (HTML or BODY, in any layout mode), S_FALSE when
+/// not, else why it cannot tell.
+HRESULT IsPageRoot(IHTMLElement* element) {
   com::Bstr tag;
-  return SUCCEEDED(element->get_tagName(tag.put())) && (tag.view() == L"HTML" || tag.view() == L"BODY");
+  const HRESULT result = element->get_tagName(tag.put());
+  if (FAILED(result)) return result;
+  return tag.view() == L"HTML" || tag.view() == L"BODY" ? S_OK : S_FALSE;
 }
 
-bool ShowsOverflow(IHTMLElement2* element) {
+HRESULT ShowsOverflow(IHTMLElement2* element) {
   com::ComPtr<IHTMLCurrentStyle> style;
   com::Bstr overflow;
-  return SUCCEEDED(element->get_currentStyle(&style)) && style != nullptr &&
-         SUCCEEDED(style->get_overflow(overflow.put())) && overflow.view() == L"visible";
+  HRESULT result = element->get_currentStyle(&style);
+  if (SUCCEEDED(result)) result = style != nullptr ? style->get_overflow(overflow.put()) : E_FAIL;
+  if (FAILED(result)) return result;
+  return overflow.view() == L"visible" ? S_OK : S_FALSE;
 }
 
-bool HasMoreThanItShows(IHTMLElement2* element) {
+HRESULT HasMoreThanItShows(IHTMLElement2* element) {
   LONG content = 0;
   LONG shown = 0;
-  if (FAILED(element->get_scrollHeight(&content)) || FAILED(element->get_clientHeight(&shown))) return false;
-  if (content > shown) return true;
-  return SUCCEEDED(element->get_scrollWidth(&content)) && SUCCEEDED(element->get_clientWidth(&shown)) &&
-         content > shown;
+  HRESULT result = element->get_scrollHeight(&content);
+  if (SUCCEEDED(result)) result = element->get_clientHeight(&shown);
+  if (FAILED(result) || content > shown) return result;
+  result = element->get_scrollWidth(&content);
+  if (SUCCEEDED(result)) result = element->get_clientWidth(&shown);
+  if (FAILED(result)) return result;
+  return content > shown ? S_OK : S_FALSE;
+}
+
+/// @return S_OK when the element has a view of its own with more in it, S_FALSE when not, else why it cannot
+/// tell.
+HRESULT IsScrollable(IHTMLElement2* element) {
+  const HRESULT shows_overflow = ShowsOverflow(element);
+  if (FAILED(shows_overflow)) return shows_overflow;
+  return shows_overflow == S_OK ? S_FALSE : HasMoreThanItShows(element);
 }
 
 Result ScrollElementTo(IHTMLElement* element, CoordinatePair position) {
-  const auto scrolled = com::Query<IHTMLElement2>(element);
-  if (scrolled == nullptr || ShowsOverflow(scrolled.Get()) || !HasMoreThanItShows(scrolled.Get())) {
-    return Fail(messages::kTargetNotSupportScrollPleaseCheck);
-  }
-  const HRESULT across = scrolled->put_scrollLeft(position.x);
-  return Outcome(FAILED(across) ? across : scrolled->put_scrollTop(position.y));
+  com::ComPtr<IHTMLElement2> scrolled;
+  HRESULT result = com::QueryKnown(element, scrolled);
+  if (SUCCEEDED(result)) result = IsScrollable(scrolled.Get());
+  if (result == S_FALSE) return Fail(messages::kTargetNotSupportScrollPleaseCheck);
+  if (SUCCEEDED(result)) result = scrolled->put_scrollLeft(position.x);
+  if (SUCCEEDED(result)) result = scrolled->put_scrollTop(position.y);
+  return Outcome(result);
 }
 
 ScreenPoint PointOf(const Rectangle& rectangle, std::string_view area) {
@@ -75,20 +93,22 @@ Result ScrollTo(Session& session, const CommandParams& params) {
   if (!position) return position.error();
   const auto target = OptionalLocator(params, "target");
   if (!target) return target.error();
-  const auto document = GetFrameDocument(session);
-  if (document == nullptr) return Fail(messages::kFrameNotFound);
-  if (target->empty()) return ScrollViewTo(document.Get(), *position);
-  const auto element = FindElement(session, *target);
+  const auto page = WalkFrames(session);
+  if (!page) return Fail(messages::kFrameNotFound);
+  IHTMLDocument2* document = page->back().document.Get();
+  if (target->empty()) return ScrollViewTo(document, *position);
+  const auto element = FindElement(session, page, *target);
   if (!element) return element.error();
-  if (IsPageRoot(element->Get())) return ScrollViewTo(document.Get(), *position);
-  return ScrollElementTo(element->Get(), *position);
+  const HRESULT is_root = IsPageRoot(element->Get());
+  if (FAILED(is_root)) return Fail(messages::kScrollFailed);
+  return is_root == S_OK ? ScrollViewTo(document, *position) : ScrollElementTo(element->Get(), *position);
 }
 
 Result ScrollIntoView(Session& session, const CommandParams& params) {
   const auto element = ResolveTargetElement(session, params);
   if (!element) return element.error();
-  const auto document = BringPageToTop(session, element->Get());
-  if (!document) return document.error();
+  const auto page = BringPageToTop(session, element->Get());
+  if (!page) return page.error();
   return ScrollElementIntoView(element->Get()) ? Done() : Fail(messages::kScrollIntoViewFailed);
 }
 
@@ -97,11 +117,11 @@ Result GetElementPos(Session& session, const CommandParams& params) {
   if (!target) return target.error();
   const std::string area = params.Get("area");
   if (!IsArea(area)) return Fail(messages::kInvalidArea);
-  const auto element = FindElement(session, *target);
+  const auto page = WalkFrames(session);
+  const auto element = FindElement(session, page, *target);
   if (!element) return element.error();
-  const auto document = GetFrameDocument(session);
-  if (document == nullptr) return Fail(messages::kElementNotFound);
-  const auto place = GetElementScrolledIntoView(session, document.Get(), element->Get());
+  if (!page) return Fail(messages::kElementNotFound);
+  const auto place = GetElementScrolledIntoView(session, *page, element->Get());
   if (!place) return Fail(messages::kGetElementposFailed);
   if (!place->fully_visible) return Fail(messages::kTheElementIsNotFullyVisibleOnTheBrowser);
   const ScreenPoint point = PointOf(place->rectangle, area);

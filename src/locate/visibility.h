@@ -8,9 +8,16 @@
 
 namespace quillmate {
 
-/// Whether neither the element nor any of its ancestors has a computed display of none. Size, opacity, the
-/// visibility property and the scroll position play no part. An element that cannot be asked, or is null, is
-/// not displayed.
-bool IsElementDisplayed(com::ComPtr<IHTMLElement> element);
+enum class Display {
+  kShown,
+  kHidden,
+  /// A call failed on its way to the page.
+  kUnknown
+};
+
+/// An element is shown when neither it nor any of its ancestors has a computed display of none. Size,
+/// opacity, the visibility property and the scroll position play no part. An element without a style, or
+/// null, is hidden.
+Display ReadDisplay(com::ComPtr<IHTMLElement> element);
 
 }  // namespace quillmate

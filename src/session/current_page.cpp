@@ -1,20 +1,35 @@
 #include "session/current_page.h"
 
 #include <string>
+#include <utility>
 
 #include "api/messages.h"
-#include "locate/frames.h"
 
 namespace quillmate {
+namespace {
+
+/// A browser that is there but gave no document was not asked, or did not answer.
+PageMissing WhyMissing(const WindowHolder& holder) {
+  return holder.Answers() && holder.GetWindowHandle() == nullptr ? PageMissing::kGone : PageMissing::kSilent;
+}
+
+}  // namespace
+
+PageOrMissing WalkFrames(Session& session) {
+  const WindowHolder* holder = session.ValidHolder();
+  if (holder == nullptr) return std::unexpected(PageMissing::kGone);
+  FramePath path{{holder->GetDocument(), nullptr}};
+  if (path.front().document == nullptr) return std::unexpected(WhyMissing(*holder));
+  for (const std::string& locator : session.Current()->frame_path) {
+    const HRESULT result = EnterFrame(path, locator);
+    if (result != S_OK) return std::unexpected(FAILED(result) ? PageMissing::kSilent : PageMissing::kGone);
+  }
+  return path;
+}
 
 com::ComPtr<IHTMLDocument2> GetFrameDocument(Session& session) {
-  const WindowHolder* holder = session.ValidHolder();
-  if (holder == nullptr) return {};
-  auto document = holder->GetDocument();
-  for (const std::string& locator : session.Current()->frame_path) {
-    document = FindFrameDocument(document.Get(), locator);
-  }
-  return document;
+  auto path = WalkFrames(session);
+  return path ? std::move(path->back().document) : nullptr;
 }
 
 bool IsTargetUsable(Session& session) {
@@ -22,12 +37,12 @@ bool IsTargetUsable(Session& session) {
   return holder != nullptr && holder->GetDocument() != nullptr;
 }
 
-OrFailure<com::ComPtr<IHTMLDocument2>> BringPageToTop(Session& session, IHTMLElement* element) {
-  auto document = GetFrameDocument(session);
-  if (element == nullptr || document == nullptr) return Failed(messages::kElementNotFound);
+OrFailure<FramePath> BringPageToTop(Session& session, IHTMLElement* element) {
+  auto path = WalkFrames(session);
+  if (element == nullptr || !path) return Failed(messages::kElementNotFound);
   WindowHolder* holder = session.ValidHolder();
   if (holder == nullptr || !holder->BringToTop()) return Failed(messages::kSwitchTabFailed);
-  return document;
+  return std::move(*path);
 }
 
 }  // namespace quillmate

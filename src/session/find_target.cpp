@@ -47,7 +47,7 @@ class Candidates {
     }
     if (Matches(Pattern::kUrlKey, locator_)) return IsText(document->get_URL(text.put()), text, value);
     if (Matches(Pattern::kTitle, locator_)) return IsText(document->get_title(text.put()), text, value);
-    return IsElementLocator(locator_) && FindElements(document, locator_, Wanted::kFirst).has_value();
+    return IsElementLocator(locator_) && FindFirst(document, locator_).has_value();
   }
 
   std::string_view locator_;

@@ -1,8 +1,10 @@
 // The pointer commands: where the pointer lands, which events the page sees, and what stays pressed.
 #include <windows.h>
 #include <cmath>
+#include <set>
 #include <utility>
 
+#include "support/call_filter.h"
 #include "support/page_test.h"
 
 namespace quillmate::test {
@@ -103,6 +105,46 @@ TEST_F(Pointer, ButtonsRaiseTheEventsOfARealMouse) {
     const auto events = EventsUntil(row.last);
     EXPECT_EQ(TypesOf(events), row.types);
     for (const PageEvent& event : events) EXPECT_TRUE(event.trusted) << event.type;
+  }
+}
+
+// Clicks that follow each other within the system's time would make the double click's press a third one.
+TEST_F(Pointer, ADoubleClickStaysDoubleAfterAnyClick) {
+  Show(kStandards + kBox + "red'></div>");
+  for (const char* before : {"click", "doubleclick", "clickandhold"}) {
+    SCOPED_TRACE(before);
+    Sleep(GetDoubleClickTime() + 50);
+    EXPECT_EQ(Call(before, {{"target", "id=box"}, {"manual-click", "True"}}), Succeeded());
+    if (IsButtonDown()) {
+      EXPECT_EQ(Call("release", {{"target", "id=box"}}), Succeeded());
+    }
+    Script("seen = []; 0");
+    EXPECT_EQ(Call("doubleclick", {{"target", "id=box"}}), Succeeded());
+    EXPECT_EQ(TypesOf(EventsUntil("dblclick")), "mousedown mouseup click mousedown mouseup click dblclick");
+  }
+}
+
+// What a command's last event does to the page is done when the command returns.
+TEST_F(Pointer, TheNextCommandFindsTheInputTaken) {
+  Show(kStandards + "<style>*{user-select:none}</style>" + kBox + "red'></div><input id=field>");
+  const struct {
+    const char* command;
+    Parameters parameters;
+    const char* last;
+  } rows[] = {
+      {"click", {{"target", "id=box"}, {"manual-click", "True"}}, "click"},
+      {"draganddropbyoffset", {{"target", "id=box"}, {"value", "60,30"}}, "mouseup"},
+      {"rightclick", {{"target", "id=box"}}, "contextmenu"},
+      {"doubleclick", {{"target", "id=box"}}, "dblclick"},
+      {"sendkeys", {{"target", "id=field"}, {"value", "x"}}, "keyup"},
+      {"movetoelement", {{"target", "id=field"}}, "mousemove"},
+  };
+  for (int round = 0; round < 4; ++round) {
+    for (const auto& row : rows) {
+      Script("seen = []; 0");
+      ASSERT_EQ(Call(row.command, row.parameters), Succeeded());
+      EXPECT_FALSE(OfType(Events(), row.last).empty()) << row.command << " in round " << round;
+    }
   }
 }
 
@@ -234,13 +276,15 @@ TEST_F(Pointer, MovesToAnElementThatMustBeScrolledIntoView) {
   EXPECT_EQ(PlaceOf(moves.back()), Script(kMiddleOfBox));
 }
 
-BOOL WINAPI RefuseCursorPos(int, int) { return FALSE; }
+BOOL WINAPI RefuseSetCursorPos(int, int) { return FALSE; }
+BOOL WINAPI RefuseGetCursorPos(POINT*) { return FALSE; }
 
-/// Makes the library's calls of SetCursorPos fail while it lives.
+/// Makes the library's calls of a system function go to another one while it lives.
 class CursorRefusal {
  public:
-  CursorRefusal() : import_(FindImport()) {
-    if (import_ != nullptr) original_ = Put(reinterpret_cast<ULONG_PTR>(&RefuseCursorPos));
+  template <class Function>
+  CursorRefusal(const char* name, Function* function) : import_(FindImport(name)) {
+    if (import_ != nullptr) original_ = Put(reinterpret_cast<ULONG_PTR>(function));
   }
   ~CursorRefusal() {
     if (import_ != nullptr) Put(original_);
@@ -248,7 +292,7 @@ class CursorRefusal {
   bool IsInForce() const { return import_ != nullptr; }
 
  private:
-  static IMAGE_THUNK_DATA* FindImport() {
+  static IMAGE_THUNK_DATA* FindImport(std::string_view name) {
     auto* base = reinterpret_cast<BYTE*>(GetModuleHandleW(L"quillmate.dll"));
     const auto* headers =
         reinterpret_cast<IMAGE_NT_HEADERS*>(base + reinterpret_cast<IMAGE_DOS_HEADER*>(base)->e_lfanew);
@@ -259,7 +303,7 @@ class CursorRefusal {
       auto* addresses = reinterpret_cast<IMAGE_THUNK_DATA*>(base + module->FirstThunk);
       for (; names->u1.AddressOfData != 0; ++names, ++addresses) {
         const auto* import = reinterpret_cast<IMAGE_IMPORT_BY_NAME*>(base + names->u1.AddressOfData);
-        if (std::string_view(import->Name) == "SetCursorPos") return addresses;
+        if (std::string_view(import->Name) == name) return addresses;
       }
     }
     return nullptr;
@@ -279,7 +323,7 @@ class CursorRefusal {
 // The click's message is another command's, and hosts know it so.
 TEST_F(Pointer, ACursorThatCannotBePlacedFailsBeforeAnyButton) {
   Show(kStandards + kBox + "red'></div>");
-  const CursorRefusal refusal;
+  const CursorRefusal refusal("SetCursorPos", RefuseSetCursorPos);
   ASSERT_TRUE(refusal.IsInForce());
   const struct {
     const char* command;
@@ -298,6 +342,65 @@ TEST_F(Pointer, ACursorThatCannotBePlacedFailsBeforeAnyButton) {
     EXPECT_EQ(Call(row.command, row.parameters), Failed(row.message)) << row.command;
   EXPECT_FALSE(IsButtonDown());
   EXPECT_TRUE(OfType(Events(), "mousedown").empty());
+}
+
+TEST_F(Pointer, AMoveFromAnUnknownPlaceFails) {
+  Show(kStandards + kBox + "red'></div>");
+  const CursorRefusal refusal("GetCursorPos", RefuseGetCursorPos);
+  ASSERT_TRUE(refusal.IsInForce());
+  EXPECT_EQ(Call("movebyoffset", {{"value", "3,4"}}), Failed("Get cursor pos failed!"));
+  EXPECT_EQ(Call("move", {{"value", "3,4"}}), Failed("Get cursor pos failed!"));
+}
+
+/// The messages that a command gives when one of its calls to the page is refused, each call in its turn.
+std::set<std::string> MessagesOfRefusals(const CallFilter& filter, const char* command,
+                                         Parameters parameters) {
+  std::set<std::string> messages;
+  Call(command, parameters);
+  for (int position = 1; position < 100; ++position) {
+    filter.Reset();
+    filter.Refuse(position);
+    const Envelope answer = Call(command, parameters);
+    if (filter.Refused() == 0) break;
+    if (!answer.success) messages.insert(answer.log);
+  }
+  filter.Reset();
+  return messages;
+}
+
+TEST_F(Pointer, RefusedCallsGiveTheCommandsOwnMessages) {
+  const std::string absent = "Element not found!";
+  const std::string tab = "Switch tab failed!";
+  const std::string unseen = "Failed to scroll the element to the view!";
+  const std::string drag = "Drag and drop failed!";
+  Show(kStandards + kBox +
+       "red'></div><input id=field><div id=pane style='width:50px;height:50px;overflow:auto'>"
+       "<div style='height:900px'></div></div>");
+  const CallFilter filter(TheBrowser().Page());
+  const struct {
+    const char* command;
+    Parameters parameters;
+    std::set<std::string> messages;
+  } rows[] = {
+      {"clickandhold", {{"target", "id=box"}}, {absent, tab, unseen}},
+      {"release", {{"target", "id=box"}}, {absent, tab, unseen}},
+      {"doubleclick", {{"target", "id=box"}}, {absent, tab, unseen}},
+      {"rightclick", {{"target", "id=box"}}, {absent, tab, unseen}},
+      {"movetoelement", {{"target", "id=box"}}, {absent, tab, unseen}},
+      {"movetoelementwithoffset", {{"target", "id=box"}, {"value", "1,1"}}, {absent, tab, unseen}},
+      {"draganddrop", {{"target", "id=box"}, {"value", "id=box"}}, {absent, tab, drag}},
+      {"draganddropbyoffset", {{"target", "id=box"}, {"value", "9,9"}}, {absent, tab, unseen}},
+      {"sendkeys", {{"target", "id=field"}, {"value", "x"}}, {absent, tab}},
+      {"scrollintoview", {{"target", "id=box"}}, {absent, tab, "Scroll into view failed!"}},
+      {"getelementpos", {{"target", "id=box"}, {"area", "center"}}, {absent, "Get elementpos failed!"}},
+      {"scroll", {{"value", "0,1"}}, {"Frame not found!", "Scroll failed!"}},
+      {"scrollto", {{"value", "0,1"}, {"target", "id=pane"}}, {"Frame not found!", absent, "Scroll failed!"}},
+      {"selectframe", {{"target", "index=0"}}, {"Frame not found!", "Can't find frame by index=0"}},
+  };
+  for (const auto& row : rows) {
+    EXPECT_EQ(MessagesOfRefusals(filter, row.command, row.parameters), row.messages) << row.command;
+    ReleaseButton();
+  }
 }
 
 TEST_F(Pointer, AnswersEveryCheckWithItsMessage) {

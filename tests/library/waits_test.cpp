@@ -72,6 +72,62 @@ TEST_F(Waits, RemembersElementsUnderAName) {
             Failed("Find element failed in 2's Xpath node [ /nope[] ]!"));
 }
 
+// A name in a locator's form can be used as a target; it names the element, wherever its page went.
+TEST_F(Waits, RecallsARememberedElementByANameInALocatorsForm) {
+  Show(kPage);
+  // Remembered for the rest of the process, so no other test may use the name.
+  const char* const name = "id=kept item";
+  ASSERT_EQ(Call("getelement", {{"target", "xpath=//li[2]"}, {"return", name}}), Succeeded());
+  EXPECT_EQ(Call("gettext", {{"target", name}}), Answered("2"));
+  ASSERT_EQ(Call("getelement", {{"target", "xpath=//ul/li[3]/ul/li"}, {"return", name}}), Succeeded());
+  EXPECT_EQ(Call("gettext", {{"target", name}}), Answered("nested"));
+  Show("<!doctype html><ul id='kept item'><li>new</ul>");
+  EXPECT_EQ(Call("gettext", {{"target", name}}), Failed("Get text failed!"));
+  EXPECT_EQ(Call("gettext", {{"target", "xpath=//*[@id='kept item']/li"}}), Answered("new"));
+  ASSERT_EQ(Call("getelement", {{"target", "xpath=//ul"}, {"return", name}}), Succeeded());
+  EXPECT_EQ(Call("gettext", {{"target", name}}), Answered("new"));
+}
+
+/// Keeps the page's thread in a script for a while, soon.
+std::string Busy(int milliseconds) {
+  return "setTimeout(function () { var t = new Date; while (new Date - t < " + std::to_string(milliseconds) +
+         ") {} document.title = 'calm' }, 300); 0";
+}
+
+// A loading mask of a page that works hard is there for as long as the page is silent.
+TEST_F(Waits, ABusyPageIsNoEmptyPage) {
+  Show(kPage);
+  Script(Busy(2500));
+  Timed wait = CallTimed("waitdisappear", {{"target", "id=list"}});
+  EXPECT_EQ(wait.envelope, Waited("Wait element disappear failed!"));
+  Script(Busy(2500));
+  Sleep(600);
+  EXPECT_EQ(CallTimed("waitshow", {{"target", "id=list"}}).envelope, Succeeded());
+  Script(Busy(2500));
+  Sleep(600);
+  const Envelope there = Call("haselement", {{"target", "id=list"}});
+  EXPECT_TRUE(there == Answer(true) || there == Failed("Element not found!")) << there;
+}
+
+TEST_F(Waits, AQuestionToASilentPageFails) {
+  const struct {
+    const char* command;
+    const char* target;
+  } rows[] = {{"haselement", "id=list"},
+              {"haselement", "id=none"},
+              {"iselementexist", "id=list"},
+              {"getelementcount", "xpath=//li"},
+              {"getchildelementcount", "id=list"}};
+  for (const auto& row : rows) {
+    Show(kPage);
+    Script(Busy(9000));
+    Sleep(800);
+    EXPECT_EQ(Call(row.command, {{"target", row.target}, {"value", "li"}}), Failed("Element not found!"))
+        << row.command << " " << row.target;
+    for (int round = 0; round < 30 && Script("document.title") != "calm"; ++round) Sleep(300);
+  }
+}
+
 TEST_F(Waits, SeesWhatComesAndGoesMeanwhile) {
   Show(kPage);
   Script("setTimeout(function () { hider.style.display = 'block' }, 3000); 0");

@@ -2,6 +2,7 @@
 #include "support/page_test.h"
 
 #include <windows.h>
+#include <map>
 
 #include "com/json.h"
 
@@ -12,6 +13,7 @@ using com::JsonPtr;
 
 struct Desk {
   PageServer server;
+  std::map<int, PageServer> elsewhere;
   std::unique_ptr<Browser> browser;
   int pages = 0;
 };
@@ -58,6 +60,10 @@ void PageTest::TearDownTestSuite() { desk.reset(); }
 
 std::string PageTest::Serve(const std::string& path, const std::string& html) {
   return desk->server.Page(path, html);
+}
+
+std::string PageTest::ServeFrom(int origin, const std::string& path, const std::string& html) {
+  return origin == 0 ? Serve(path, html) : desk->elsewhere[origin].Page(path, html);
 }
 
 void PageTest::Show(const std::string& html) {

@@ -32,6 +32,8 @@ class PageTest : public testing::Test {
 
   /// Serves a page without showing it: a frame's, or one to come later.
   static std::string Serve(const std::string& path, const std::string& html);
+  /// Serves a page from an origin of its own: 0 is Serve's, any other number another one.
+  static std::string ServeFrom(int origin, const std::string& path, const std::string& html);
 
   /// Shows a page and selects it. A page that begins with "<" is given its standards doctype.
   static void Show(const std::string& html);

@@ -9,6 +9,9 @@ namespace {
 using Source = Predicate::Source;
 using Kind = Predicate::Test;
 
+bool OneByteEach(char) { return false; }
+bool TwoBytesFrom81(char byte) { return static_cast<unsigned char>(byte) >= 0x81; }
+
 TEST(Unquote, TakesTheQuotesOfTheWholeLocatorOrOfItsValue) {
   const struct {
     const char* locator;
@@ -45,18 +48,44 @@ TEST(SplitBracket, SplitsAtTheLastBracketAndKnowsNoQuotes) {
       {"a[1][2]", {"a[1]", "2"}}, {"", {"", ""}},
       {"[x][2]", {"[x]", "2"}},
   };
-  for (const auto& row : rows) EXPECT_EQ(SplitBracket(row.text), row.split) << row.text;
+  for (const auto& row : rows) EXPECT_EQ(SplitBracket(row.text, OneByteEach), row.split) << row.text;
+}
+
+// Trail bytes of ordinary characters of code pages 932 and 950 are brackets.
+TEST(SplitBracket, TakesTheSecondByteOfACharacterForNoBracket) {
+  const struct {
+    const char* text;
+    Bracketed split;
+  } rows[] = {
+      {"a[text()='\x83T\x81[\x83o\x81[']", {"a", "text()='\x83T\x81[\x83o\x81['"}},
+      {"button[text()='\xA5[\xA4J']", {"button", "text()='\xA5[\xA4J'"}},
+      {"\x83\x5D", {"\x83\x5D", ""}},
+      {"q[1\x83]", {"q[1\x83]", ""}},
+      {"\x81[\x81[[2]", {"\x81[\x81[", "2"}},
+      {"\x81[2]", {"\x81[2]", ""}},
+  };
+  for (const auto& row : rows) EXPECT_EQ(SplitBracket(row.text, TwoBytesFrom81), row.split) << row.text;
+  EXPECT_EQ(SplitPath("//a[text()='\x81[']/b", TwoBytesFrom81),
+            (std::vector<LocatorStep>{{"//a", "text()='\x81['"}, {"/b", ""}}));
+}
+
+TEST(Selectors, TakeNothingByTheirForm) {
+  for (const char* nothing : {"0", "last()", "@a=b", "contains(@href,'a=b')", "99999999999999999999"})
+    EXPECT_TRUE(TakesNothing(ParseSelector(nothing))) << nothing;
+  for (const char* something : {"", "1", "@a='b'", "contains(@a,'b')"})
+    EXPECT_FALSE(TakesNothing(ParseSelector(something))) << something;
 }
 
 TEST(SplitPath, KeepsLeadingSlashesAndSplitsInsidePredicates) {
   using Steps = std::vector<LocatorStep>;
-  EXPECT_EQ(SplitPath("/html/body//div[2]"), (Steps{{"/html", ""}, {"/body", ""}, {"//div", "2"}}));
-  EXPECT_EQ(SplitPath("//a[@href='x/y']"), (Steps{{"//a[@href='x", ""}, {"/y']", ""}}));
-  EXPECT_EQ(SplitPath("//*[@id='m']/.././p"),
+  EXPECT_EQ(SplitPath("/html/body//div[2]", OneByteEach),
+            (Steps{{"/html", ""}, {"/body", ""}, {"//div", "2"}}));
+  EXPECT_EQ(SplitPath("//a[@href='x/y']", OneByteEach), (Steps{{"//a[@href='x", ""}, {"/y']", ""}}));
+  EXPECT_EQ(SplitPath("//*[@id='m']/.././p", OneByteEach),
             (Steps{{"//*", "@id='m'"}, {"/..", ""}, {"/.", ""}, {"/p", ""}}));
-  EXPECT_EQ(SplitPath("div/p"), (Steps{{"div", ""}, {"/p", ""}}));
-  EXPECT_EQ(SplitPath("///div//"), (Steps{{"///div", ""}, {"//", ""}}));
-  EXPECT_EQ(SplitPath(""), Steps{});
+  EXPECT_EQ(SplitPath("div/p", OneByteEach), (Steps{{"div", ""}, {"/p", ""}}));
+  EXPECT_EQ(SplitPath("///div//", OneByteEach), (Steps{{"///div", ""}, {"//", ""}}));
+  EXPECT_EQ(SplitPath("", OneByteEach), Steps{});
 }
 
 TEST(ParsePredicate, ReadsEqualitiesBeforeFunctions) {
