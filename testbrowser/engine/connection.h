@@ -48,6 +48,8 @@ class Connection {
   /// Answers what a session still owes, because it ended.
   void FailSession(const std::string& session);
   bool IsOpen() const { return transport_.IsOpen(); }
+  /// Whether the program is told to end: no wait succeeds any more.
+  bool IsQuitting() const { return quitting_; }
 
   /// While one lives, waits also dispatch window messages: a script is blocked by a box on the screen, and
   /// whoever answers it (or looks at the page meanwhile) comes in by window messages.

@@ -106,16 +106,16 @@ void InputQueue::SendReady() {
     if (entry.is_mouse) held_ = entry.mouse.held;
     // Chromium merges moves that wait for the same frame, and says only afterwards that a drag began. So
     // while a button is held, each move is seen to its end before what follows it.
-    ReplyHandler done;
-    if (entry.is_mouse && held_ != 0) {
-      awaiting_reply_ = true;
-      done = [self = std::weak_ptr(self_)](const Reply&) {
-        const auto queue = self.lock();
-        if (queue == nullptr) return;
-        (*queue)->awaiting_reply_ = false;
-        (*queue)->SendReady();
-      };
-    }
+    const bool is_awaited = awaiting_reply_ = entry.is_mouse && held_ != 0;
+    ++unanswered_;
+    ReplyHandler done = [self = std::weak_ptr(self_), is_awaited](const Reply&) {
+      const auto queue = self.lock();
+      if (queue == nullptr) return;
+      --(*queue)->unanswered_;
+      if (!is_awaited) return;
+      (*queue)->awaiting_reply_ = false;
+      (*queue)->SendReady();
+    };
     if (entry.is_mouse) {
       SendMouse(entry.mouse, done);
     } else {

@@ -17,6 +17,8 @@ class InputQueue {
   void Add(const MouseInput& input);
   void Add(const WheelInput& input);
   void Add(const KeyInput& input);
+  /// Whether the page has had all that was added.
+  bool IsIdle() const { return waiting_.empty() && unanswered_ == 0; }
   /// The page began a drag of its own kind (HTML5): what follows are drag events. Parameters of
   /// Input.dragIntercepted.
   void BeginDrag(const cJSON* params);
@@ -37,7 +39,8 @@ class InputQueue {
   const Session& session_;
   std::deque<Entry> waiting_;
   bool awaiting_reply_ = false;
-  unsigned held_ = 0;  ///< ButtonSet after what was sent last
+  int unanswered_ = 0;  ///< inputs sent that the page has not dealt with yet
+  unsigned held_ = 0;   ///< ButtonSet after what was sent last
   JsonPtr drag_data_;
   bool drag_entered_ = false;
   /// Replies may come after the page is gone.

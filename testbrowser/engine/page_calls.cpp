@@ -1,48 +1,17 @@
 // Calls of a page's scripts: a function of the agent or a script text, in one frame's main world.
 #include "engine/page.h"
 #include "engine/page_parts.h"
+#include "engine/questions.h"
 
 namespace testbrowser::engine {
 namespace {
 
 using CallResult = std::expected<JsonPtr, CallError>;
 
-constexpr char kCallAgent[] =
-    "function(name, ...args) { return window[Symbol.for('testbrowser.agent')][name](...args); }";
-/// Between two documents a frame has no context for a moment.
-constexpr std::chrono::seconds kContextLimit(5);
-
 std::unexpected<CallError> Gone(const PageParts& page) {
   const bool engine_gone = page.closed || !page.session.connection->IsOpen();
   return std::unexpected(
       CallError{engine_gone ? CallError::Kind::kEngineGone : CallError::Kind::kFrameGone, ""});
-}
-
-/// The unique id of the frame's context; empty when the frame is gone or gets none in time.
-std::string ContextOf(const PageParts& page, const FrameId& id) {
-  const auto ready_or_gone = [&] {
-    const auto* frame = page.frames.Find(id);
-    return page.closed || frame == nullptr || !frame->context.empty();
-  };
-  page.session.connection->WaitUntil(ready_or_gone, kContextLimit);
-  const auto* frame = page.frames.Find(id);
-  return frame != nullptr && !page.closed ? frame->context : "";
-}
-
-/// Asks in a frame's context. When that goes away with its document, Chromium may forget to answer.
-Reply RequestIn(const PageParts& page, const FrameId& id, const std::string& context, const char* method,
-                JsonPtr params) {
-  constexpr std::chrono::milliseconds kLastWords(500);
-  const auto reply = std::make_shared<std::optional<Reply>>();
-  page.session.Send(method, std::move(params), [reply](Reply answer) { *reply = std::move(answer); });
-  const auto is_answered = [&] { return reply->has_value(); };
-  const auto is_over = [&] {
-    const auto* frame = page.frames.Find(id);
-    return is_answered() || frame == nullptr || frame->context != context;
-  };
-  Connection& connection = *page.session.connection;
-  if (connection.WaitUntil(is_over)) connection.WaitUntil(is_answered, kLastWords);
-  return is_answered() ? std::move(**reply) : std::unexpected(std::string());
 }
 
 std::string ExceptionText(const cJSON* details) {
@@ -77,21 +46,13 @@ CallResult ToResult(const PageParts& page, Reply reply) {
   return TakeValue(cJSON_GetObjectItemCaseSensitive(reply->get(), "result"));
 }
 
-JsonPtr CallArguments(std::string_view function, JsonPtr args) {
-  JsonPtr list = JsonArray(JsonObject().Add("value", function).Take());
-  while (cJSON* value = args != nullptr ? cJSON_DetachItemFromArray(args.get(), 0) : nullptr) {
-    cJSON_AddItemToArray(list.get(), JsonObject().Add("value", JsonPtr(value)).Take().release());
-  }
-  return list;
-}
-
-JsonObject CallOfAgent(const std::string& context, std::string_view function, JsonPtr args) {
-  JsonObject params;
-  params.Add("functionDeclaration", kCallAgent)
+JsonPtr AgentElement(const std::string& context, int node) {
+  return JsonObject()
+      .Add("functionDeclaration",
+           "function(number) { return window[Symbol.for('testbrowser.agent')].element(number); }")
       .Add("uniqueContextId", context)
-      .Add("arguments", CallArguments(function, std::move(args)))
-      .Add("userGesture", true);
-  return params;
+      .Add("arguments", JsonArray(JsonObject().Add("value", node).Take()))
+      .Take();
 }
 
 }  // namespace
@@ -99,8 +60,7 @@ JsonObject CallOfAgent(const std::string& context, std::string_view function, Js
 CallResult Page::Call(const FrameId& frame, std::string_view function, JsonPtr args) {
   const std::string context = ContextOf(*parts_, frame);
   if (context.empty()) return Gone(*parts_);
-  JsonPtr params = CallOfAgent(context, function, std::move(args)).Add("returnByValue", true).Take();
-  Reply reply = RequestIn(*parts_, frame, context, "Runtime.callFunctionOn", std::move(params));
+  Reply reply = CallAgent(*parts_, frame, context, function, std::move(args));
   AwaitEnd(*parts_);
   return ToResult(*parts_, std::move(reply));
 }
@@ -119,17 +79,15 @@ CallResult Page::Evaluate(const FrameId& frame, std::string_view script) {
 
 void Page::AwaitScripts() {
   const auto* frame = parts_->frames.Find(MainFrame());
-  if (frame == nullptr || frame->context.empty()) return;
-  const std::string context = frame->context;
-  RequestIn(*parts_, MainFrame(), context, "Runtime.evaluate",
-            JsonObject().Add("expression", "0").Add("uniqueContextId", context).Take());
+  if (frame == nullptr || frame->context.empty() || parts_->boxes.IsUp()) return;
+  CallAgent(*parts_, MainFrame(), std::string(frame->context), "", nullptr);
 }
 
 std::optional<FrameId> Page::FrameOfElement(const FrameId& frame, int node) {
   const std::string context = ContextOf(*parts_, frame);
   if (context.empty()) return {};
-  const Reply element = RequestIn(*parts_, frame, context, "Runtime.callFunctionOn",
-                                  CallOfAgent(context, "element", JsonArray(JsonNumber(node))).Take());
+  const Reply element =
+      RequestIn(*parts_, frame, context, "Runtime.callFunctionOn", AgentElement(context, node));
   if (!element) return {};
   const std::string object = MemberText(Member(element->get(), "result"), "objectId");
   if (object.empty()) return {};

@@ -68,6 +68,7 @@ void OnFrameStoppedLoading(PageParts& page, const cJSON* params) {
   if (frame == nullptr) return;
   const bool is_previous = std::exchange(frame->stop_is_owed, false) && !frame->is_committed;
   if (is_previous) return;
+  if (id == page.frames.main()) page.back_channel.Close();
   frame->is_committed = true;
   FinishLoad(page, id);
 }
@@ -88,7 +89,10 @@ void OnLifecycleEvent(PageParts& page, const cJSON* params) {
 }
 
 void OnContextCreated(PageParts& page, const cJSON* params) {
-  page.frames.AddContext(Member(params, "context"));
+  const cJSON* context = Member(params, "context");
+  page.frames.AddContext(context);
+  const cJSON* origin = Member(context, "auxData");
+  if (MemberBool(origin, "isDefault")) page.back_channel.Forget(MemberText(origin, "frameId"));
 }
 void OnContextDestroyed(PageParts& page, const cJSON* params) {
   page.frames.RemoveContext(MemberText(params, "executionContextUniqueId"));
@@ -103,8 +107,9 @@ void OnDialogOpening(PageParts& page, const cJSON*) {
 void OnPaused(PageParts& page, const cJSON* params) { page.boxes.OnPaused(params); }
 void OnResumed(PageParts& page, const cJSON*) { page.boxes.Drop(); }
 
-/// A local file, asked for by its Windows address.
+/// A local file, asked for by its Windows address, or a page's question for its next call.
 void OnRequestPaused(PageParts& page, const cJSON* params) {
+  if (page.back_channel.OnRequest(params)) return;
   const std::string url = MemberText(Member(params, "request"), "url");
   page.session.Send(
       "Fetch.continueRequest",
@@ -150,6 +155,8 @@ void OnShimReport(PageParts& page, const cJSON* params) {
     if (frame) OpenDropDown(page, *frame, report.get());
   } else if (kind == "title") {
     page.ChangeTitle(MemberText(report.get(), "title"));
+  } else if (kind == "answer") {
+    page.back_channel.OnAnswer(report.get());
   } else if (kind == "closeDialog") {
     page.return_value.reset(cJSON_DetachItemFromObjectCaseSensitive(report.get(), "value"));
     page.closes_itself = true;

@@ -28,6 +28,7 @@ PageParts::PageParts(Session page_session, std::string target_id, PageHost& page
     : session(std::move(page_session)),
       target(std::move(target_id)),
       frames(target),
+      back_channel(session),
       input(session),
       screencast(session, [this] { Tell([](PageListener& to) { to.OnPicture(); }); }),
       boxes(session, BoxActions(*this, page_host)) {}
@@ -41,12 +42,16 @@ void PageParts::SetUp(const std::vector<std::string>& scripts) {
   session.Send("Runtime.enable");
   session.Send("Runtime.addBinding", JsonObject().Add("name", shims::kNotifyBinding).Take());
   AddScript(shims::kReports);
+  AddScript(shims::kBackChannel);
   AddScript(shims::kMessageBoxes);
   AddScript(shims::kDropDowns);
   for (const auto& script : scripts) AddScript(script);
   session.Send("Debugger.enable");
-  JsonPtr local_files = JsonArray(JsonObject().Add("urlPattern", "file:///?:/*").Take());
-  session.Send("Fetch.enable", JsonObject().Add("patterns", std::move(local_files)).Take());
+  JsonPtr patterns = JsonArray(JsonObject().Add("urlPattern", "file:///?:/*").Take(),
+                               JsonObject().Add("urlPattern", BackChannel::kPattern).Take());
+  session.Send("Fetch.enable", JsonObject().Add("patterns", std::move(patterns)).Take());
+  // Internet Explorer knows no content policies; one of the page's would forbid the back channel too.
+  session.Send("Page.setBypassCSP", Enabled());
   session.Send("Input.setInterceptDrags", Enabled());
   session.Send("Emulation.setFocusEmulationEnabled", Enabled());
 }

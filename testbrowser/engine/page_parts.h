@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "engine/back_channel.h"
 #include "engine/frame_tree.h"
 #include "engine/input_queue.h"
 #include "engine/page.h"
@@ -33,6 +34,8 @@ struct PageParts {
   std::string target;
   FrameTree frames;  ///< the main frame's id is the target's
   PageListener* listener = nullptr;
+  BackChannel back_channel;
+  int last_call = 0;  ///< number of the last call of the agent
   InputQueue input;
   Screencast screencast;
   ScriptBoxes boxes;

@@ -28,6 +28,7 @@ class ScriptBoxes {
   void OnPaused(const cJSON* params);
   /// The script runs again without an answer of ours, or its page is gone: nobody waits for the box any more.
   void Drop();
+  /// Whether a script stands in a box.
   bool IsUp() const { return waiting_ != nullptr; }
 
  private:

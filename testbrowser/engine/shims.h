@@ -4,6 +4,7 @@
 namespace testbrowser::engine::shims {
 
 extern const char kReports[];  ///< before the others
+extern const char kBackChannel[];
 extern const char kMessageBoxes[];
 extern const char kDropDowns[];
 /// A function expression: called with the dialogArguments in a modal dialog's frames only.

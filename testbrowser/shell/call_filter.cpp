@@ -4,7 +4,9 @@
 #include <fstream>
 #include <string>
 
+#include "com/encoding.h"
 #include "dom/com_object.h"
+#include "engine/switches.h"
 #include "shell/call_counts.h"
 
 namespace testbrowser::shell {
@@ -80,6 +82,11 @@ CallFilter::~CallFilter() {
 
 std::optional<LRESULT> CallFilter::OnMessage(UINT message, WPARAM wparam, LPARAM lparam) {
   static const UINT steering = RegisterWindowMessageW(L"testbrowser call filter");
+  static const UINT switching = RegisterWindowMessageW(L"testbrowser switch");
+  if (message == switching) {
+    engine::SetSwitch(quillmate::com::ToUtf8(AtomText(lparam)));
+    return 0;
+  }
   if (message != steering) return std::nullopt;
   return Obey(static_cast<FilterCommand>(wparam), lparam);
 }

@@ -36,6 +36,7 @@ class Parser {
     if (argument == L"--shell") return TakeShell(Value());
     if (argument == L"--answer") return TakeAnswer(Value());
     if (argument == L"--title-suffix") return TakeSuffix(Value());
+    if (argument == L"--switch") return TakeSwitch(Value());
     if (argument.starts_with(L"-")) return false;
     result_.address = argument;
     return true;
@@ -59,6 +60,11 @@ class Parser {
   }
   static bool TakeAnswer(const std::optional<std::wstring>& choice) {
     return choice && dom::ChooseAnswer(quillmate::com::ToUtf8(*choice));
+  }
+  bool TakeSwitch(const std::optional<std::wstring>& setting) {
+    if (!setting || !setting->contains(L'=')) return false;
+    result_.switches.push_back(*setting);
+    return true;
   }
 
   const std::vector<std::wstring>& arguments_;

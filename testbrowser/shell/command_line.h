@@ -18,7 +18,8 @@ struct CommandLine {
   bool started_by_com = false;
   bool hosted = false;
   bool hidden = false;
-  std::wstring title_suffix;  ///< empty: the shell's own
+  std::vector<std::wstring> switches;  ///< "NAME=VALUE"
+  std::wstring title_suffix;           ///< empty: the shell's own
   std::wstring address = L"about:blank";
 };
 
@@ -26,8 +27,8 @@ struct CommandLine {
 CommandLine ParseCommandLine(const std::vector<std::wstring>& arguments);
 
 inline constexpr char kUsage[] =
-    "usage: testbrowser [--shell ie|hosted] [--hidden] [--title-suffix TEXT] [--answer NAME=ANSWER]... "
-    "[ADDRESS]\n"
+    "usage: testbrowser [--shell ie|hosted] [--hidden] [--title-suffix TEXT]\n"
+    "                   [--answer NAME=ANSWER]... [--switch NAME=VALUE]... [ADDRESS]\n"
     "       testbrowser --register\n";
 
 }  // namespace testbrowser::shell

@@ -8,6 +8,8 @@
 #include <string>
 #include <vector>
 
+#include "com/encoding.h"
+#include "engine/switches.h"
 #include "shell/application.h"
 #include "shell/call_filter.h"
 #include "shell/class_object.h"
@@ -112,6 +114,7 @@ int Run(const CommandLine& line) {
     return 2;
   }
   if (line.purpose == CommandLine::Purpose::kRegister) return Register();
+  for (const std::wstring& setting : line.switches) engine::SetSwitch(quillmate::com::ToUtf8(setting));
   const Apartment apartment;
   const CallFilter filter;
   // Held from now on: otherwise the first proxies read whole libraries, 100 ms each.

@@ -51,11 +51,11 @@ void ServerWindow::Repaint() {
 }
 
 LRESULT ServerWindow::OnMessage(UINT message, WPARAM wparam, LPARAM lparam) {
-  // Scripts run on the window's thread: while one does, the window does not answer.
-  if (message == GetObjectMessage() || message == WM_NULL) page_->AwaitScripts();
-  if (message == GetObjectMessage()) return owner_.DocumentResult(wparam);
   if (const auto answer = CallFilter::OnMessage(message, wparam, lparam)) return *answer;
   if (const auto answer = dom::OnAnswerMessage(message, wparam)) return *answer;
+  // Scripts run on the window's thread: while one does, the window does not answer.
+  if (IsQuestion(message)) page_->AwaitScripts();
+  if (message == GetObjectMessage()) return owner_.DocumentResult(wparam);
   if (OnInput(message, wparam, lparam)) return 0;
   switch (message) {
     case WM_SIZE:

@@ -15,7 +15,10 @@ Tab::Tab(Application& application, shell::Frame& frame, std::shared_ptr<engine::
     : PageHost(application), frame_(frame) {
   HWND parent = frame.hwnd();
   for (std::size_t i = 0; i < chain_.size(); ++i) {
-    chain_[i] = std::make_unique<NestingWindow>(frame.kind().tab_chain[i], parent);
+    const wchar_t* name = frame.kind().tab_chain[i];
+    // The outermost is the frame's.
+    chain_[i] = i == 0 ? std::make_unique<NestingWindow>(name, parent)
+                       : std::make_unique<shell::TabWindow>(name, parent, *page);
     parent = chain_[i]->hwnd();
   }
   browser_ = dom::MakeObject<WebBrowser>(*this);

@@ -14,6 +14,22 @@ namespace testbrowser::shell {
 class Frame;
 class WebBrowser;
 
+/// A window of the tab's own thread: it answers nobody while a script of the page runs.
+class TabWindow : public NestingWindow {
+ public:
+  TabWindow(const wchar_t* class_name, HWND parent, engine::Page& page)
+      : NestingWindow(class_name, parent), page_(page) {}
+
+ protected:
+  LRESULT OnMessage(UINT message, WPARAM wparam, LPARAM lparam) override {
+    if (IsQuestion(message)) page_.AwaitScripts();
+    return NestingWindow::OnMessage(message, wparam, lparam);
+  }
+
+ private:
+  engine::Page& page_;
+};
+
 class Tab : public PageHost {
  public:
   Tab(Application& application, Frame& frame, std::shared_ptr<engine::Page> page);

@@ -1,5 +1,6 @@
 #include "shell/window.h"
 
+#include <algorithm>
 #include <stdexcept>
 
 namespace testbrowser::shell {
@@ -56,6 +57,14 @@ LRESULT CALLBACK Window::Procedure(HWND hwnd, UINT message, WPARAM wparam, LPARA
 
 LRESULT Window::OnMessage(UINT message, WPARAM wparam, LPARAM lparam) {
   return DefWindowProcW(hwnd_, message, wparam, lparam);
+}
+
+bool IsQuestion(UINT message) {
+  constexpr UINT kFirstRegistered = 0xC000;
+  constexpr UINT kQuestions[] = {WM_NULL, WM_GETTEXT, WM_GETTEXTLENGTH, WM_SETTEXT, WM_GETOBJECT, WM_COMMAND};
+  const bool asks =
+      message >= kFirstRegistered || std::ranges::find(kQuestions, message) != std::end(kQuestions);
+  return asks && InSendMessage() != 0;
 }
 
 NestingWindow::NestingWindow(const wchar_t* class_name, HWND parent, const wchar_t* text) {

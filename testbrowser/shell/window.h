@@ -40,6 +40,9 @@ class Window {
   HWND hwnd_ = nullptr;
 };
 
+/// Whether a program outside asks a window something by this message, now being handled.
+bool IsQuestion(UINT message);
+
 /// A window that is there for its class and its place in the tree: its first child fills it.
 class NestingWindow : public Window {
  public:

@@ -10,6 +10,7 @@ Engine& EngineTest::Browser() {
     auto started =
         Engine::Start({{"window[Symbol.for('testbrowser.agent')] = {"
                         "  add: (a, b) => a + b,"
+                        "  read: (text) => (0, eval)(text),"
                         "  fail: () => { throw new TypeError('broken'); },"
                         "  loop: () => { for (;;); },"
                         "  element: (n) => document.querySelectorAll('*')[n],"
@@ -64,6 +65,11 @@ void EngineTest::Show(const std::string& html) {
 
 std::string EngineTest::Run(Page& page, const std::string& script) {
   const auto value = page.Evaluate(page.MainFrame(), script);
+  return value ? PrintJson(value->get()) : "!" + value.error().text;
+}
+
+std::string EngineTest::Read(const FrameId& frame, const std::string& script) {
+  const auto value = page_->Call(frame, "read", JsonArray(JsonText(script)));
   return value ? PrintJson(value->get()) : "!" + value.error().text;
 }
 

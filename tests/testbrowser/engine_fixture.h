@@ -74,6 +74,9 @@ class EngineTest : public testing::Test {
   /// The value of a script in the main frame, as JSON; "!" and the error's text when it fails.
   static std::string Run(Page& page, const std::string& script);
   std::string Run(const std::string& script) { return Run(*page_, script); }
+  /// The same by a call of the agent, as COM objects ask.
+  std::string Read(const FrameId& frame, const std::string& script);
+  std::string Read(const std::string& script) { return Read(page_->MainFrame(), script); }
   static Engine& Browser();
 
   Recorder recorder_;

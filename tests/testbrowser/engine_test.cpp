@@ -139,7 +139,8 @@ class PopupTest : public EngineTest {
   }
   /// Runs a script that opens a window, and waits until the page in it is loaded.
   void Open(const std::string& script) {
-    Run("var address = '" + ToWindowsAddress(FileWith("<script>saw = agentCameFirst</script>")) + "';" +
+    Run("var address = '" +
+        ToWindowsAddress(FileWith("<title>popup</title><script>saw = agentCameFirst</script>")) + "';" +
         script);
     EXPECT_TRUE(Await([&] { return !popup_.events.empty() && popup_.events.back() == "finished"; }));
     ASSERT_NE(recorder_.other_page, nullptr);
@@ -151,6 +152,8 @@ class PopupTest : public EngineTest {
 TEST_F(PopupTest, OpensForAScriptAndClosesItself) {
   Open("void window.open(address)");
   EXPECT_EQ(Run(*recorder_.other_page, "window.opener !== null"), "true");
+  EXPECT_TRUE(Await([&] { return popup_.title == "popup"; }))
+      << "told although the page took over a blank window";
   Run(*recorder_.other_page, "window.close()");
   EXPECT_TRUE(Await([&] { return popup_.closed; }));
 }

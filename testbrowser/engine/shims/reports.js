@@ -12,7 +12,9 @@
 
   if (window !== window.top) return;
   const reportTitle = () => engine.report('title', { title: document.title });
-  document.addEventListener('DOMContentLoaded', () => {
+  // At the window, not at the document: the first page of a window that a script opened takes over the window of
+  // the blank one, with its listeners, and these scripts do not run again.
+  window.addEventListener('DOMContentLoaded', () => {
     reportTitle();
     const watched = document.head ?? document;
     new MutationObserver(reportTitle).observe(watched, { childList: true, characterData: true, subtree: true });
