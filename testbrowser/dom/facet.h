@@ -12,6 +12,7 @@
 #include "dom/arguments.h"
 #include "dom/facet_type.h"
 #include "dom/object.h"
+#include "engine/call_fate.h"
 
 namespace testbrowser::dom {
 
@@ -41,6 +42,14 @@ class Facet : public Base, public FacetBase {
 
  protected:
   HRESULT Forward(std::string_view member, const std::vector<Argument>& arguments, ResultPlace result) {
+    switch (engine::TakeCallFate()) {
+      case engine::CallFate::kDisconnected:
+        return RPC_E_DISCONNECTED;
+      case engine::CallFate::kNull:
+        return FAILED(result.Clear()) ? E_POINTER : S_FALSE;
+      case engine::CallFate::kAnswered:
+        break;
+    }
     return owner().Forward(member, arguments, result);
   }
 };

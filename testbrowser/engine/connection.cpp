@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "engine/switches.h"
+
 namespace testbrowser::engine {
 
 Connection::Connection(UniqueSocket socket)
@@ -53,10 +55,12 @@ bool Connection::WaitUntil(const std::function<bool()>& condition,
 bool Connection::WaitForMessage(std::optional<DWORD> limit) {
   const HANDLE arrived = arrived_.get();
   const DWORD milliseconds = limit.value_or(INFINITE);
+  if (dispatching_ == 0 && SwitchText("hung-frame") != "answers") {
+    return WaitForSingleObject(arrived, milliseconds) == WAIT_OBJECT_0;
+  }
   if (dispatching_ == 0) {
     // The frame belongs to another process than the tab in the real browser: it answers while the tab works.
-    constexpr DWORD kNoWait = 0;
-    const DWORD woken = MsgWaitForMultipleObjectsEx(1, &arrived, milliseconds, QS_SENDMESSAGE, kNoWait);
+    const DWORD woken = MsgWaitForMultipleObjectsEx(1, &arrived, milliseconds, QS_SENDMESSAGE, 0);
     MSG none;
     if (woken == WAIT_OBJECT_0 + 1) PeekMessageW(&none, nullptr, 0, 0, PM_NOREMOVE | PM_QS_SENDMESSAGE);
     return woken <= WAIT_OBJECT_0 + 1;

@@ -4,6 +4,7 @@
 #include <iostream>
 
 #include "dom/document.h"
+#include "engine/switches.h"
 #include "shell/frame.h"
 #include "shell/modal_dialog.h"
 #include "shell/tab.h"
@@ -66,6 +67,17 @@ void Application::OnDialogGone(const ModalDialogWindow& dialog) {
   if (found == dialogs_.end()) return;
   Retire(std::move(*found));
   dialogs_.erase(found);
+}
+
+bool Application::RefusesCalls() const {
+  const bool by_box = engine::SwitchText("box-calls") == "retry-later";
+  const bool by_load = engine::SwitchText("busy-calls") == "retry-later";
+  if (!by_box && !by_load) return false;
+  const auto refuses = [&](const std::unique_ptr<Tab>& tab) {
+    return (by_box && tab->HasBox()) || (by_load && tab->IsBusy());
+  };
+  return std::ranges::any_of(frames_,
+                             [&](const auto& frame) { return std::ranges::any_of(frame->tabs(), refuses); });
 }
 
 void Application::Run() {

@@ -37,6 +37,9 @@ class Application {
   void OnFrameGone(const Frame& frame);
   void OnDialogGone(const ModalDialogWindow& dialog);
 
+  /// Whether a switch makes all calls be told now to come again later.
+  bool RefusesCalls() const;
+
   /// Handles messages until the last frame is closed.
   void Run();
 

@@ -27,9 +27,11 @@ std::wstring RegisteredName(const std::wstring& iid) {
 
 }  // namespace
 
+bool CallCounts::IsOfCom(REFIID interface_id) { return interface_id == kRemUnknown; }
+
 bool CallCounts::Note(REFIID interface_id, unsigned method) {
   ++counts_[TextOf(interface_id) + L":" + std::to_wstring(method)];
-  if (interface_id == kRemUnknown) {
+  if (IsOfCom(interface_id)) {
     // A refused release would lose the reference for good.
     if (method != kRemQueryInterface) return false;
   } else {

@@ -7,11 +7,22 @@
 
 namespace testbrowser::shell {
 
+/// How a call is refused.
+enum class RefusalAnswer {
+  kRejected,
+  kRetryLater,
+  kDisconnected,  ///< RPC_E_DISCONNECTED, by the object asked
+  kNull           ///< S_FALSE and nothing, by the object asked
+};
+
 class CallCounts {
  public:
   void Reset() { *this = CallCounts(); }
   /// Notes a call. @return whether it is to be refused.
   bool Note(REFIID interface_id, unsigned method);
+
+  /// Whether a call is COM's own, for more interfaces and for references.
+  static bool IsOfCom(REFIID interface_id);
 
   long total() const { return total_; }
   long rejected() const { return rejected_; }
@@ -23,6 +34,8 @@ class CallCounts {
 
   /// Refuses the n-th call from now on, and those after it too when `and_later`; 0 refuses none.
   void RejectNth(long n, bool and_later);
+  void SetAnswer(RefusalAnswer answer) { answer_ = answer; }
+  RefusalAnswer answer() const { return answer_; }
 
  private:
   std::map<std::wstring, long> counts_;
@@ -30,6 +43,7 @@ class CallCounts {
   long rejected_ = 0;
   long until_rejection_ = 0;
   bool and_later_ = false;
+  RefusalAnswer answer_ = RefusalAnswer::kRejected;
 };
 
 }  // namespace testbrowser::shell

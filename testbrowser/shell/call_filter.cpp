@@ -6,6 +6,7 @@
 
 #include "com/encoding.h"
 #include "dom/com_object.h"
+#include "engine/call_fate.h"
 #include "engine/switches.h"
 #include "shell/call_counts.h"
 
@@ -17,6 +18,20 @@ CallCounts& Counts() {
   return counts;
 }
 
+std::function<bool()>& RefusesNow() {
+  static std::function<bool()> refuses;
+  return refuses;
+}
+
+/// @return what the filter says of the call; an object that is to refuse is told so.
+DWORD Refuse(RefusalAnswer answer) {
+  if (answer == RefusalAnswer::kRejected) return SERVERCALL_REJECTED;
+  if (answer == RefusalAnswer::kRetryLater) return SERVERCALL_RETRYLATER;
+  const bool is_null = answer == RefusalAnswer::kNull;
+  engine::NextCallFate() = is_null ? engine::CallFate::kNull : engine::CallFate::kDisconnected;
+  return SERVERCALL_ISHANDLED;
+}
+
 /// IMessageFilter with the list of interfaces that ComObject asks for.
 class FilterInterface : public IMessageFilter {
  public:
@@ -26,8 +41,12 @@ class FilterInterface : public IMessageFilter {
 class Filter : public dom::ComObject<FilterInterface> {
  public:
   DWORD STDMETHODCALLTYPE HandleInComingCall(DWORD, HTASK, DWORD, LPINTERFACEINFO call) override {
+    engine::NextCallFate() = engine::CallFate::kAnswered;
     if (call == nullptr) return SERVERCALL_ISHANDLED;
-    return Counts().Note(call->iid, call->wMethod) ? SERVERCALL_REJECTED : SERVERCALL_ISHANDLED;
+    const bool is_refused = Counts().Note(call->iid, call->wMethod);
+    if (is_refused) return Refuse(Counts().answer());
+    const bool is_busy = !CallCounts::IsOfCom(call->iid) && RefusesNow() && RefusesNow()();
+    return is_busy ? SERVERCALL_RETRYLATER : SERVERCALL_ISHANDLED;
   }
   DWORD STDMETHODCALLTYPE RetryRejectedCall(HTASK, DWORD, DWORD) override {
     return static_cast<DWORD>(-1);  // a refusal by another process is an error, not tried again
@@ -59,6 +78,9 @@ LRESULT Obey(FilterCommand command, LPARAM argument) {
       return counts.CountOf(AtomText(argument));
     case FilterCommand::kRejected:
       return counts.rejected();
+    case FilterCommand::kAnswer:
+      counts.SetAnswer(static_cast<RefusalAnswer>(argument));
+      return 0;
     case FilterCommand::kReport: {
       std::ofstream file(AtomText(argument).c_str(), std::ios::binary);
       file << counts.Report();
@@ -80,11 +102,16 @@ CallFilter::~CallFilter() {
   CoRegisterMessageFilter(nullptr, &ours);
 }
 
+void CallFilter::RetryWhile(std::function<bool()> refuses) { RefusesNow() = std::move(refuses); }
+
 std::optional<LRESULT> CallFilter::OnMessage(UINT message, WPARAM wparam, LPARAM lparam) {
   static const UINT steering = RegisterWindowMessageW(L"testbrowser call filter");
   static const UINT switching = RegisterWindowMessageW(L"testbrowser switch");
   if (message == switching) {
     engine::SetSwitch(quillmate::com::ToUtf8(AtomText(lparam)));
+    EnumThreadWindows(
+        GetCurrentThreadId(),
+        [](HWND window, LPARAM) { return SendMessageW(window, kSwitchesChanged, 0, 0), TRUE; }, 0);
     return 0;
   }
   if (message != steering) return std::nullopt;

@@ -4,6 +4,7 @@
 #pragma once
 
 #include <windows.h>
+#include <functional>
 #include <optional>
 
 namespace testbrowser::shell {
@@ -16,8 +17,12 @@ enum class FilterCommand : WPARAM {
   kRejectFrom = 3,  ///< lParam n: so do all later ones
   kCount = 4,       ///< lParam: a global atom with the text "{IID}" or "{IID}:METHOD"; result: its calls
   kReport = 5,      ///< lParam: a global atom with a file's path; writes a line "{IID}:METHOD COUNT" for each
-  kRejected = 6     ///< result: calls refused since the reset
+  kRejected = 6,    ///< result: calls refused since the reset
+  kAnswer = 7       ///< lParam: how calls are refused from now on, a RefusalAnswer
 };
+
+/// Sent to the thread's top-level windows after a switch was set.
+constexpr UINT kSwitchesChanged = WM_APP + 16;
 
 class CallFilter {
  public:
@@ -26,6 +31,9 @@ class CallFilter {
   ~CallFilter();
   CallFilter(const CallFilter&) = delete;
   CallFilter& operator=(const CallFilter&) = delete;
+
+  /// While the function says so, every call is told to come again later (but COM's own).
+  void RetryWhile(std::function<bool()> refuses);
 
   /// @return the answer when the message is the steering message.
   static std::optional<LRESULT> OnMessage(UINT message, WPARAM wparam, LPARAM lparam);

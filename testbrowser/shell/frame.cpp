@@ -3,8 +3,11 @@
 #include <algorithm>
 #include <utility>
 
+#include "engine/switches.h"
 #include "shell/application.h"
+#include "shell/call_filter.h"
 #include "shell/navigation_bar.h"
+#include "shell/shell_windows.h"
 #include "shell/shortcuts.h"
 #include "shell/tab.h"
 
@@ -23,6 +26,7 @@ Frame::Frame(Application& application, ShellKind kind) : application_(applicatio
           .style = WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN,
           .place = kPlace});
   if (kind_.has_tab_strip) bar_ = std::make_unique<NavigationBar>(*this);
+  PublishSwitches();
   Layout();
 }
 
@@ -118,6 +122,11 @@ LRESULT Frame::OnMessage(UINT message, WPARAM wparam, LPARAM lparam) {
     case kCloseTab:
       OnCloseTab(reinterpret_cast<Tab*>(wparam));
       return 0;
+    case kSwitchesChanged:
+      PublishSwitches();
+      for (const auto& tab : tabs_) tab->Show(tab.get() == active_);
+      if (active_ != nullptr) ShowTitle();
+      return 0;
     case WM_SIZE:
       Layout();
       break;
@@ -131,6 +140,13 @@ LRESULT Frame::OnMessage(UINT message, WPARAM wparam, LPARAM lparam) {
       return 0;
     case WM_SETFOCUS:
       if (active_ != nullptr) active_->FocusPage();
+      return 0;
+    case WM_GETMINMAXINFO:
+      TopLevelWindow::OnMessage(message, wparam, lparam);
+      // Maximised it begins at the screen's corner, not outside, and nothing of it is cut off.
+      reinterpret_cast<MINMAXINFO*>(lparam)->ptMaxPosition = {0, 0};
+      reinterpret_cast<MINMAXINFO*>(lparam)->ptMaxSize = {GetSystemMetrics(SM_CXSCREEN),
+                                                          GetSystemMetrics(SM_CYSCREEN)};
       return 0;
     case WM_CLOSE:
       CloseAll();
@@ -157,6 +173,16 @@ void Frame::Layout() {
 void Frame::ShowTitle() {
   const std::wstring title = active_->Caption() + kind_.title_suffix;
   SetWindowTextW(hwnd(), title.c_str());
+}
+
+void Frame::PublishSwitches() {
+  const auto publish = [this](const wchar_t* name, int value) {
+    SetPropW(hwnd(), name, reinterpret_cast<HANDLE>(static_cast<INT_PTR>(value)));
+  };
+  publish(kUnlistedProperty, engine::SwitchText("shell-list", "yes") == "no" ? 1 : 0);
+  publish(kHungListedProperty, engine::SwitchText("shell-hung") == "listed" ? 1 : 0);
+  publish(kFoldersProperty, engine::SwitchNumber("shell-folders"));
+  publish(kNullsProperty, engine::SwitchNumber("shell-nulls"));
 }
 
 void Frame::ReportPlaces() {

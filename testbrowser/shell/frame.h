@@ -43,6 +43,8 @@ class Frame : public TopLevelWindow, public std::enable_shared_from_this<Frame> 
  private:
   void Layout();
   void ShowTitle();
+  /// Tells the shell's collection, which looks at the frame, what the switches say.
+  void PublishSwitches();
   void ReportPlaces();
   void Step(int direction);
   void CloseOthers();

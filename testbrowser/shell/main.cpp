@@ -55,8 +55,9 @@ int ShowCommand(const CommandLine& line) {
   return (info.dwFlags & STARTF_USESHOWWINDOW) != 0 ? info.wShowWindow : SW_SHOWNORMAL;
 }
 
-int Browse(const CommandLine& line) {
+int Browse(const CommandLine& line, CallFilter& filter) {
   Application application(KindOf(line));
+  filter.RetryWhile([&] { return application.RefusesCalls(); });
   auto page = application.OpenPage();
   if (page == nullptr) return 1;
   application.OpenFrame(std::move(page), ShowCommand(line)).Navigate(line.address);
@@ -64,8 +65,9 @@ int Browse(const CommandLine& line) {
   return 0;
 }
 
-int ServeBrowser(const CommandLine& line) {
+int ServeBrowser(const CommandLine& line, CallFilter& filter) {
   Application application(KindOf(line));
+  filter.RetryWhile([&] { return application.RefusesCalls(); });
   const UINT_PTR unused =
       SetTimer(nullptr, 0, kUnusedLife, [](HWND, UINT, UINT_PTR, DWORD) { PostQuitMessage(0); });
   std::shared_ptr<engine::Page> page;
@@ -101,6 +103,8 @@ int ServeWindows(const CommandLine& line) {
                                   };
                                   return dom::MakeObject<ShellWindows>(on_gone)->QueryInterface(iid, out);
                                 });
+  constexpr UINT kLookAround = 500;  // ms
+  SetTimer(nullptr, 0, kLookAround, [](HWND, UINT, UINT_PTR, DWORD) { NoteNewTabs(); });
   // Whoever started it by hand can tell from now on that it serves.
   if (!line.started_by_com) std::cout << "ready" << std::endl;
   MSG message{};
@@ -116,12 +120,14 @@ int Run(const CommandLine& line) {
   if (line.purpose == CommandLine::Purpose::kRegister) return Register();
   for (const std::wstring& setting : line.switches) engine::SetSwitch(quillmate::com::ToUtf8(setting));
   const Apartment apartment;
-  const CallFilter filter;
+  CallFilter filter;
   // Held from now on: otherwise the first proxies read whole libraries, 100 ms each.
   dom::TypeInfoOf(__uuidof(IHTMLDocument2));
   dom::TypeInfoOf(__uuidof(IWebBrowser2));
   if (line.purpose == CommandLine::Purpose::kServeWindows) return ServeWindows(line);
-  const int status = line.purpose == CommandLine::Purpose::kServeBrowser ? ServeBrowser(line) : Browse(line);
+  const int status =
+      line.purpose == CommandLine::Purpose::kServeBrowser ? ServeBrowser(line, filter) : Browse(line, filter);
+  filter.RetryWhile(nullptr);
   // The answer to the call that closed the last window is on another thread, which ends with the process.
   constexpr DWORD kLastAnswers = 200;  // ms
   Sleep(kLastAnswers);

@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "com/encoding.h"
+#include "engine/switches.h"
 #include "shell/box_captions.h"
 #include "shell/dialog_keys.h"
 #include "shell/dialog_template.h"
@@ -90,7 +91,8 @@ DialogTemplate Prompt(const engine::ScriptBox& box, const BoxCaptions& captions)
 void CentreOverOwner(HWND dialog) {
   RECT owner{};
   RECT box{};
-  GetWindowRect(GetWindow(dialog, GW_OWNER), &owner);
+  HWND over = GetWindow(dialog, GW_OWNER);
+  GetWindowRect(over != nullptr ? over : GetDesktopWindow(), &owner);
   GetWindowRect(dialog, &box);
   const int x = (owner.left + owner.right - (box.right - box.left)) / 2;
   const int y = (owner.top + owner.bottom - (box.bottom - box.top)) / 2;
@@ -103,10 +105,15 @@ void CentreOverOwner(HWND dialog) {
 NativeBox::NativeBox(TopLevelWindow& owner, const engine::ScriptBox& box,
                      std::function<void(engine::BoxAnswer)> answer)
     : kind_(box.kind), answer_(std::move(answer)), block_(owner) {
-  const BoxCaptions& captions = CaptionsFor(GetACP());
+  BoxCaptions captions = CaptionsFor(GetACP());
+  if (const std::string title = engine::SwitchText("box-title"); !title.empty()) {
+    captions.message_title = captions.prompt_title = quillmate::com::FromUtf8(title);
+  }
+  const bool is_owned = engine::SwitchText("box-owner", "frame") == "frame";
   const DialogTemplate shape = kind_ == Kind::kPrompt ? Prompt(box, captions) : AlertOrConfirm(box, captions);
-  dialog_ = CreateDialogIndirectParamW(GetModuleHandleW(nullptr), shape.get(), owner.hwnd(), &Procedure,
-                                       reinterpret_cast<LPARAM>(this));
+  dialog_ =
+      CreateDialogIndirectParamW(GetModuleHandleW(nullptr), shape.get(), is_owned ? owner.hwnd() : nullptr,
+                                 &Procedure, reinterpret_cast<LPARAM>(this));
   DialogKeys::Watch(dialog_);
 }
 

@@ -30,6 +30,8 @@ class PageHost : public engine::PageListener, public dom::BrowserSite, public Se
   /// Tells the page of a new place or visibility of its window.
   void ReportPlace();
   void FocusPage();
+  /// Whether a message box of the page is up.
+  bool HasBox() const { return box_ != nullptr; }
 
   // dom::BrowserSite
   IWebBrowser2* Browser() override { return nullptr; }

@@ -1,66 +1,20 @@
 #include "shell/shell_windows.h"
 
-#include <oleacc.h>
-#include <algorithm>
-#include <string_view>
-
 namespace testbrowser::shell {
 namespace {
 
 using quillmate::com::ComPtr;
 
-bool IsOfClass(HWND window, std::wstring_view name) {
-  wchar_t found[64] = L"";
-  const int length = GetClassNameW(window, found, static_cast<int>(std::size(found)));
-  return std::wstring_view(found, static_cast<std::size_t>(length)) == name;
-}
-
-BOOL CALLBACK CollectServer(HWND window, LPARAM servers) {
-  if (IsOfClass(window, L"Internet Explorer_Server"))
-    reinterpret_cast<std::vector<HWND>*>(servers)->push_back(window);
-  return TRUE;
-}
-
-BOOL CALLBACK CollectFromFrame(HWND window, LPARAM servers) {
-  if (IsOfClass(window, L"IEFrame") || IsOfClass(window, L"Chrome_WidgetWin_1")) {
-    EnumChildWindows(window, &CollectServer, servers);
-  }
-  return TRUE;
-}
-
-std::vector<HWND> FindServers() {
-  std::vector<HWND> servers;
-  EnumWindows(&CollectFromFrame, reinterpret_cast<LPARAM>(&servers));
-  std::ranges::sort(servers);  // by age, roughly: an order that a change of the active tab does not disturb
-  return servers;
-}
-
-/// The browser object behind a tab's window; null when there is none or its process does not answer.
-ComPtr<IDispatch> BrowserOf(HWND server) {
-  static const UINT get_object = RegisterWindowMessageW(L"WM_HTML_GETOBJECT");
-  constexpr UINT kTimeOut = 1000;  // ms
-  DWORD_PTR result = 0;
-  if (SendMessageTimeoutW(server, get_object, 0, 0, SMTO_ABORTIFHUNG, kTimeOut, &result) == 0) return {};
-  ComPtr<IServiceProvider> services;
-  if (FAILED(ObjectFromLresult(static_cast<LRESULT>(result), __uuidof(IServiceProvider), 0,
-                               reinterpret_cast<void**>(services.GetAddressOf())))) {
-    return {};
-  }
-  ComPtr<IDispatch> browser;
-  services->QueryService(__uuidof(IWebBrowserApp), __uuidof(IDispatch),
-                         reinterpret_cast<void**>(browser.GetAddressOf()));
-  return browser;
-}
-
 /// Walks over the windows of one view; tabs that went meanwhile are left out.
 class Enumerator : public dom::ComObject<IEnumVARIANTStub> {
  public:
-  explicit Enumerator(std::vector<HWND> view, std::size_t next = 0) : view_(std::move(view)), next_(next) {}
+  explicit Enumerator(std::vector<ShellItem> view, std::size_t next = 0)
+      : view_(std::move(view)), next_(next) {}
 
   HRESULT STDMETHODCALLTYPE Next(ULONG wanted, VARIANT* items, ULONG* fetched) override {
     ULONG given = 0;
     while (given < wanted && next_ < view_.size()) {
-      ComPtr<IDispatch> browser = BrowserOf(view_[next_++]);
+      ComPtr<IDispatch> browser = ObjectOf(view_[next_++]);
       if (browser == nullptr) continue;
       items[given].vt = VT_DISPATCH;
       items[given].pdispVal = browser.Detach();
@@ -85,14 +39,14 @@ class Enumerator : public dom::ComObject<IEnumVARIANTStub> {
   }
 
  private:
-  std::vector<HWND> view_;
+  std::vector<ShellItem> view_;
   std::size_t next_;
 };
 
 }  // namespace
 
-const std::vector<HWND>& ShellWindows::View() {
-  if (!has_view_) view_ = FindServers();
+const std::vector<ShellItem>& ShellWindows::View() {
+  if (!has_view_) view_ = FindShellItems();
   has_view_ = true;
   return view_;
 }
@@ -112,13 +66,13 @@ HRESULT ShellWindows::Item(VARIANT index, IDispatch** item) {
   const LONG wanted = index.vt == VT_I4 ? index.lVal : index.iVal;
   const auto& view = View();
   if (wanted < 0 || wanted >= static_cast<LONG>(view.size())) return S_FALSE;
-  *item = BrowserOf(view[static_cast<std::size_t>(wanted)]).Detach();
+  *item = ObjectOf(view[static_cast<std::size_t>(wanted)]).Detach();
   return *item != nullptr ? S_OK : S_FALSE;
 }
 
 HRESULT ShellWindows::_NewEnum(IUnknown** enumerator) {
   if (enumerator == nullptr) return E_POINTER;
-  *enumerator = dom::MakeObject<Enumerator>(FindServers()).Detach();
+  *enumerator = dom::MakeObject<Enumerator>(FindShellItems()).Detach();
   return S_OK;
 }
 

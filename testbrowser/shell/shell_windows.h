@@ -1,5 +1,5 @@
-// The shell's collection of browser windows: one item for every tab of every running test browser. It keeps
-// no list of its own but looks at the screen's windows, so a browser that died is out of it at once.
+// The shell's collection of browser windows: one item for every tab of every running test browser. It looks
+// at the screen's windows, so a browser that died is out of it at once.
 #pragma once
 
 #include <windows.h>
@@ -10,8 +10,17 @@
 #include "com/com_ptr.h"
 #include "dom/com_object.h"
 #include "generated/shell_stubs.h"
+#include "shell/shell_items.h"
 
 namespace testbrowser::shell {
+
+/// Properties of a frame's window by which its switches reach the collection: not 0 when its tabs are not
+/// listed; how many folder windows and empty items are listed beside them; not 0 when tabs that hang keep
+/// their object in the list.
+inline constexpr wchar_t kUnlistedProperty[] = L"testbrowser unlisted";
+inline constexpr wchar_t kFoldersProperty[] = L"testbrowser folders";
+inline constexpr wchar_t kHungListedProperty[] = L"testbrowser hung listed";
+inline constexpr wchar_t kNullsProperty[] = L"testbrowser nulls";
 
 class ShellWindows : public dom::DispatchObject<IShellWindows, IShellWindowsStub> {
  public:
@@ -26,10 +35,10 @@ class ShellWindows : public dom::DispatchObject<IShellWindows, IShellWindowsStub
   HRESULT STDMETHODCALLTYPE Revoke(LONG cookie) override;
 
  private:
-  const std::vector<HWND>& View();
+  const std::vector<ShellItem>& View();
 
   std::function<void()> on_gone_;
-  std::vector<HWND> view_;
+  std::vector<ShellItem> view_;
   bool has_view_ = false;
 };
 

@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "com/encoding.h"
+#include "engine/switches.h"
 #include "shell/frame.h"
 #include "shell/web_browser.h"
 
@@ -30,14 +31,16 @@ Tab::~Tab() { browser_->Disconnect(); }
 HWND Tab::TabWindow() const { return chain_[frame_.kind().tab_window]->hwnd(); }
 
 void Tab::Show(bool active) {
-  SetWindowPos(OuterWindow(), active ? HWND_TOP : HWND_BOTTOM, 0, 0, 0, 0,
-               SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE | (active ? SWP_SHOWWINDOW : SWP_HIDEWINDOW));
+  const bool active_is_first = engine::SwitchText("tab-order", "active-first") == "active-first";
+  const bool is_shown = active || engine::SwitchText("inactive-tabs", "hidden") == "shown";
+  SetWindowPos(OuterWindow(), active == active_is_first ? HWND_TOP : HWND_BOTTOM, 0, 0, 0, 0,
+               SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE | (is_shown ? SWP_SHOWWINDOW : SWP_HIDEWINDOW));
   ReportPlace();
 }
 
 bool Tab::IsBusy() {
   state_.DropMissing([this](const engine::FrameId& frame) { return page().HasFrame(frame); });
-  return state_.busy();
+  return state_.busy() || (HasBox() && engine::SwitchText("busy-under-box", "no") == "yes");
 }
 
 std::wstring Tab::Address() const {
@@ -50,7 +53,9 @@ std::wstring Tab::Caption() const {
   constexpr std::wstring_view kFileScheme = L"file://";
   const std::wstring name = Name();
   if (name.empty()) return L"about:blank";
-  return title_.empty() && name.starts_with(kFileScheme) ? name.substr(kFileScheme.size()) : name;
+  const bool is_cut = title_.empty() && name.starts_with(kFileScheme) &&
+                      engine::SwitchText("untitled-file", "path") == "path";
+  return is_cut ? name.substr(kFileScheme.size()) : name;
 }
 
 void Tab::Navigate(const std::wstring& address) {
@@ -64,6 +69,11 @@ void Tab::Stop() {
 }
 
 void Tab::CloseSoon() { frame_.CloseTabSoon(*this); }
+
+void Tab::SwapBrowsers(Tab& other) {
+  browser_->Swap(*other.browser_.Get());
+  std::swap(browser_, other.browser_);
+}
 
 IWebBrowser2* Tab::Browser() { return browser_.Get(); }
 

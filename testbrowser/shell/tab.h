@@ -56,6 +56,8 @@ class Tab : public PageHost {
   void Stop();
   /// Closes the tab from the message loop, not now: a caller may stand on its page's stack.
   void CloseSoon();
+  /// Each tab's browser object becomes the other's.
+  void SwapBrowsers(Tab& other);
 
   IWebBrowser2* Browser() override;
 

@@ -6,6 +6,8 @@
 #include <string>
 
 #include "com/bstr.h"
+#include "com/encoding.h"
+#include "engine/switches.h"
 #include "dom/com_object.h"
 #include "generated/shell_stubs.h"
 #include "shell/frame.h"
@@ -118,7 +120,10 @@ class TabNode : public Node {
     const bool active = owner != nullptr && owner->active() == tab_;
     return STATE_SYSTEM_SELECTABLE | (active ? STATE_SYSTEM_SELECTED : 0);
   }
-  std::wstring Name() const override { return Index() ? tab_->Caption() : L""; }
+  std::wstring Name() const override {
+    if (!Index()) return {};
+    return tab_->Caption() + quillmate::com::FromUtf8(engine::SwitchText("tab-name-suffix"));
+  }
   std::wstring Description() const override {
     return Index() ? tab_->Caption() + L"\n" + tab_->Address() : L"";
   }

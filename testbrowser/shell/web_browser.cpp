@@ -5,6 +5,8 @@
 #include <shobjidl.h>
 
 #include "com/bstr.h"
+#include "engine/call_fate.h"
+#include "engine/switches.h"
 #include "shell/application.h"
 #include "shell/frame.h"
 #include "shell/program_path.h"
@@ -52,10 +54,16 @@ class TabSite : public dom::ComObject<IOleWindowStub> {
 
 }  // namespace
 
+std::optional<HRESULT> WebBrowser::Refused() const {
+  const engine::CallFate fate = engine::TakeCallFate();
+  if (tab_ == nullptr || fate == engine::CallFate::kDisconnected) return RPC_E_DISCONNECTED;
+  return fate == engine::CallFate::kNull ? std::optional<HRESULT>(S_FALSE) : std::nullopt;
+}
+
 HRESULT WebBrowser::QueryService(REFGUID service, REFIID iid, void** out) {
   if (out == nullptr) return E_POINTER;
   *out = nullptr;
-  if (tab_ == nullptr) return RPC_E_DISCONNECTED;
+  if (const auto refused = Refused()) return *refused;
   if (service == __uuidof(IWebBrowserApp) || service == kTopLevelBrowser) return QueryInterface(iid, out);
   if (service == __uuidof(IShellBrowser)) {
     return dom::MakeObject<TabSite>(tab_->TabWindow())->QueryInterface(iid, out);
@@ -80,7 +88,7 @@ HRESULT WebBrowser::Navigate2(VARIANT* address, VARIANT* flags, VARIANT*, VARIAN
 }
 
 HRESULT WebBrowser::NavigateByFlags(const wchar_t* address, const VARIANT* flags) {
-  if (tab_ == nullptr) return RPC_E_DISCONNECTED;
+  if (const auto refused = Refused()) return *refused;
   if (address == nullptr || *address == L'\0') return E_INVALIDARG;
   const LONG chosen = FlagsOf(flags);
   if ((chosen & (kInNewWindow | kInNewTab | kInBackgroundTab | kInNewForegroundTab)) == 0) {
@@ -94,42 +102,44 @@ HRESULT WebBrowser::NavigateByFlags(const wchar_t* address, const VARIANT* flags
   if ((chosen & kInNewWindow) != 0) {
     application.OpenFrame(std::move(page), SW_SHOWNORMAL).Navigate(address);
   } else {
-    tab_->Frame().AddTab(std::move(page), (chosen & kInBackgroundTab) == 0).Navigate(address);
+    Tab& tab = tab_->Frame().AddTab(std::move(page), (chosen & kInBackgroundTab) == 0);
+    if (engine::SwitchText("new-tab-pointer") == "new") tab.SwapBrowsers(*tab_);
+    tab.Navigate(address);
   }
   return S_OK;
 }
 
 HRESULT WebBrowser::Go(int delta) {
-  if (tab_ == nullptr) return RPC_E_DISCONNECTED;
+  if (const auto refused = Refused()) return *refused;
   return tab_->page().Go(delta) ? S_OK : E_FAIL;
 }
 
 HRESULT WebBrowser::Refresh() {
-  if (tab_ == nullptr) return RPC_E_DISCONNECTED;
+  if (const auto refused = Refused()) return *refused;
   tab_->page().Reload();
   return S_OK;
 }
 
 HRESULT WebBrowser::Refresh2(VARIANT* level) {
-  if (tab_ == nullptr) return RPC_E_DISCONNECTED;
+  if (const auto refused = Refused()) return *refused;
   tab_->page().Reload(FlagsOf(level) == REFRESH_COMPLETELY);
   return S_OK;
 }
 
 HRESULT WebBrowser::Stop() {
-  if (tab_ == nullptr) return RPC_E_DISCONNECTED;
+  if (const auto refused = Refused()) return *refused;
   tab_->Stop();
   return S_OK;
 }
 
 HRESULT WebBrowser::Quit() {
-  if (tab_ == nullptr) return RPC_E_DISCONNECTED;
+  if (const auto refused = Refused()) return *refused;
   tab_->CloseSoon();
   return S_OK;
 }
 
 HRESULT WebBrowser::ExecWB(OLECMDID command, OLECMDEXECOPT, VARIANT* in, VARIANT*) {
-  if (tab_ == nullptr) return RPC_E_DISCONNECTED;
+  if (const auto refused = Refused()) return *refused;
   if (!tab_->state().has_document()) return E_UNEXPECTED;
   if (command == OLECMDID_REFRESH) return Refresh2(in);
   if (command == OLECMDID_STOP) return Stop();
@@ -137,7 +147,7 @@ HRESULT WebBrowser::ExecWB(OLECMDID command, OLECMDEXECOPT, VARIANT* in, VARIANT
 }
 
 HRESULT WebBrowser::QueryStatusWB(OLECMDID command, OLECMDF* status) {
-  if (tab_ == nullptr) return RPC_E_DISCONNECTED;
+  if (const auto refused = Refused()) return *refused;
   if (!tab_->state().has_document()) return E_UNEXPECTED;
   const bool known = command == OLECMDID_REFRESH || command == OLECMDID_STOP;
   *status = static_cast<OLECMDF>(known ? OLECMDF_SUPPORTED | OLECMDF_ENABLED : 0);
@@ -146,14 +156,14 @@ HRESULT WebBrowser::QueryStatusWB(OLECMDID command, OLECMDF* status) {
 
 HRESULT WebBrowser::get_Busy(VARIANT_BOOL* busy) {
   if (busy == nullptr) return E_POINTER;
-  if (tab_ == nullptr) return RPC_E_DISCONNECTED;
+  if (const auto refused = Refused()) return *refused;
   *busy = tab_->IsBusy() ? VARIANT_TRUE : VARIANT_FALSE;
   return S_OK;
 }
 
 HRESULT WebBrowser::get_ReadyState(READYSTATE* state) {
   if (state == nullptr) return E_POINTER;
-  if (tab_ == nullptr) return RPC_E_DISCONNECTED;
+  if (const auto refused = Refused()) return *refused;
   *state = tab_->state().ready_state();
   return S_OK;
 }
@@ -161,19 +171,19 @@ HRESULT WebBrowser::get_ReadyState(READYSTATE* state) {
 HRESULT WebBrowser::get_Document(IDispatch** document) {
   if (document == nullptr) return E_POINTER;
   *document = nullptr;
-  if (tab_ == nullptr) return RPC_E_DISCONNECTED;
+  if (const auto refused = Refused()) return *refused;
   if (!tab_->state().has_document()) return S_FALSE;
   return tab_->Document()->QueryInterface(__uuidof(IDispatch), reinterpret_cast<void**>(document));
 }
 
 HRESULT WebBrowser::get_LocationName(BSTR* name) {
-  if (tab_ == nullptr) return RPC_E_DISCONNECTED;
+  if (const auto refused = Refused()) return *refused;
   const HRESULT given = Give(tab_->Name(), name);
   return FAILED(given) || tab_->state().has_document() ? given : S_FALSE;
 }
 
 HRESULT WebBrowser::get_LocationURL(BSTR* address) {
-  if (tab_ == nullptr) return RPC_E_DISCONNECTED;
+  if (const auto refused = Refused()) return *refused;
   const HRESULT given = Give(tab_->Address(), address);
   return FAILED(given) || tab_->state().has_document() ? given : S_FALSE;
 }

@@ -4,6 +4,8 @@
 #include <windows.h>
 #include <exdisp.h>
 #include <servprov.h>
+#include <optional>
+#include <utility>
 
 #include "dom/com_object.h"
 #include "generated/shell_stubs.h"
@@ -18,6 +20,8 @@ class WebBrowser : public dom::DispatchObject<IWebBrowser2, IWebBrowser2Stub, IS
   /// The tab is closed: every later call is answered as a call to a disconnected object. (Disconnecting it
   /// for COM would let Wine's clients see "unknown interface" instead.)
   void Disconnect() { tab_ = nullptr; }
+  /// Exchanges the tabs that two browser objects stand for.
+  void Swap(WebBrowser& other) { std::swap(tab_, other.tab_); }
 
   HRESULT STDMETHODCALLTYPE QueryService(REFGUID service, REFIID iid, void** out) override;
 
@@ -71,6 +75,8 @@ class WebBrowser : public dom::DispatchObject<IWebBrowser2, IWebBrowser2Stub, IS
   HRESULT STDMETHODCALLTYPE put_Silent(VARIANT_BOOL silent) override;
 
  private:
+  /// The answer to every call once the tab is closed, or to the one that a test chose.
+  std::optional<HRESULT> Refused() const;
   HRESULT Go(int delta);
   HRESULT NavigateByFlags(const wchar_t* address, const VARIANT* flags);
   template <class Change>

@@ -17,27 +17,27 @@ RECT PlaceOf(HWND window) {
 HRESULT WebBrowser::get_HWND(SHANDLE_PTR* window) {
   if (window == nullptr) return E_POINTER;
   *window = 0;
-  if (tab_ == nullptr) return RPC_E_DISCONNECTED;
+  if (const auto refused = Refused()) return *refused;
   *window = reinterpret_cast<SHANDLE_PTR>(tab_->Frame().hwnd());
   return S_OK;
 }
 
 HRESULT WebBrowser::get_Visible(VARIANT_BOOL* visible) {
   if (visible == nullptr) return E_POINTER;
-  if (tab_ == nullptr) return RPC_E_DISCONNECTED;
+  if (const auto refused = Refused()) return *refused;
   *visible = IsWindowVisible(tab_->Frame().hwnd()) != 0 ? VARIANT_TRUE : VARIANT_FALSE;
   return S_OK;
 }
 
 HRESULT WebBrowser::put_Visible(VARIANT_BOOL visible) {
-  if (tab_ == nullptr) return RPC_E_DISCONNECTED;
+  if (const auto refused = Refused()) return *refused;
   ShowWindow(tab_->Frame().hwnd(), visible != VARIANT_FALSE ? SW_SHOW : SW_HIDE);
   return S_OK;
 }
 
 template <class Change>
 HRESULT WebBrowser::ChangePlace(Change change) {
-  if (tab_ == nullptr) return RPC_E_DISCONNECTED;
+  if (const auto refused = Refused()) return *refused;
   HWND frame = tab_->Frame().hwnd();
   RECT place = PlaceOf(frame);
   change(place);
@@ -49,7 +49,7 @@ HRESULT WebBrowser::ChangePlace(Change change) {
 template <class Measure>
 HRESULT WebBrowser::ReadPlace(LONG* out, Measure measure) {
   if (out == nullptr) return E_POINTER;
-  if (tab_ == nullptr) return RPC_E_DISCONNECTED;
+  if (const auto refused = Refused()) return *refused;
   *out = measure(PlaceOf(tab_->Frame().hwnd()));
   return S_OK;
 }
@@ -82,7 +82,7 @@ HRESULT WebBrowser::put_Height(LONG height) {
 
 HRESULT WebBrowser::ClientToWindow(int* width, int* height) {
   if (width == nullptr || height == nullptr) return E_POINTER;
-  if (tab_ == nullptr) return RPC_E_DISCONNECTED;
+  if (const auto refused = Refused()) return *refused;
   const RECT frame = PlaceOf(tab_->Frame().hwnd());
   const RECT page = ClientRect(tab_->ServerWindow());
   *width += frame.right - frame.left - page.right;

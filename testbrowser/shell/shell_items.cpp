@@ -1,0 +1,134 @@
+#include "shell/shell_items.h"
+
+#include <exdisp.h>
+#include <oleacc.h>
+#include <servprov.h>
+#include <algorithm>
+#include <map>
+#include <set>
+#include <string_view>
+
+#include "com/bstr.h"
+#include "dom/com_object.h"
+#include "generated/shell_stubs.h"
+#include "shell/shell_windows.h"
+
+namespace testbrowser::shell {
+namespace {
+
+using quillmate::com::Bstr;
+using quillmate::com::ComPtr;
+
+/// A folder's window: its document is no page's.
+class Folder : public dom::DispatchObject<IWebBrowser2, IWebBrowser2Stub> {
+ public:
+  HRESULT STDMETHODCALLTYPE get_FullName(BSTR* path) override {
+    return Give(L"C:\\Windows\\explorer.exe", path);
+  }
+  HRESULT STDMETHODCALLTYPE get_LocationURL(BSTR* address) override { return Give(L"file:///C:/", address); }
+  HRESULT STDMETHODCALLTYPE get_LocationName(BSTR* name) override { return Give(L"Folder", name); }
+  HRESULT STDMETHODCALLTYPE get_Document(IDispatch** view) override {
+    if (view == nullptr) return E_POINTER;
+    *view = dom::MakeObject<View>().Detach();
+    return S_OK;
+  }
+  HRESULT STDMETHODCALLTYPE get_HWND(SHANDLE_PTR* window) override {
+    if (window == nullptr) return E_POINTER;
+    *window = reinterpret_cast<SHANDLE_PTR>(GetDesktopWindow());
+    return S_OK;
+  }
+  HRESULT STDMETHODCALLTYPE get_Busy(VARIANT_BOOL* busy) override {
+    if (busy == nullptr) return E_POINTER;
+    *busy = VARIANT_FALSE;
+    return S_OK;
+  }
+
+ private:
+  /// Late-bound only, as a folder's view is to whoever looks for a page.
+  class View : public dom::DispatchObject<IWebBrowser2, IWebBrowser2Stub> {};
+  static HRESULT Give(const wchar_t* text, BSTR* out) {
+    if (out == nullptr) return E_POINTER;
+    *out = Bstr(text).release();
+    return S_OK;
+  }
+};
+
+bool IsOfClass(HWND window, std::wstring_view name) {
+  wchar_t found[64] = L"";
+  const int length = GetClassNameW(window, found, static_cast<int>(std::size(found)));
+  return std::wstring_view(found, static_cast<std::size_t>(length)) == name;
+}
+
+BOOL CALLBACK CollectServer(HWND window, LPARAM items) {
+  if (IsOfClass(window, L"Internet Explorer_Server"))
+    reinterpret_cast<std::vector<ShellItem>*>(items)->push_back({ShellItem::Kind::kTab, window});
+  return TRUE;
+}
+
+BOOL CALLBACK CollectFromFrame(HWND window, LPARAM items) {
+  if (!IsOfClass(window, L"IEFrame") && !IsOfClass(window, L"Chrome_WidgetWin_1")) return TRUE;
+  if (GetPropW(window, kUnlistedProperty) == nullptr) EnumChildWindows(window, &CollectServer, items);
+  const auto add = [&](const wchar_t* property, ShellItem::Kind kind) {
+    const auto count = reinterpret_cast<std::size_t>(GetPropW(window, property));
+    auto& list = *reinterpret_cast<std::vector<ShellItem>*>(items);
+    list.insert(list.begin(), count, ShellItem{kind, nullptr});
+  };
+  add(kFoldersProperty, ShellItem::Kind::kFolder);
+  add(kNullsProperty, ShellItem::Kind::kNothing);
+  return TRUE;
+}
+
+ComPtr<IDispatch> AskForBrowser(HWND server) {
+  static const UINT get_object = RegisterWindowMessageW(L"WM_HTML_GETOBJECT");
+  constexpr UINT kTimeOut = 1000;  // ms
+  DWORD_PTR result = 0;
+  if (SendMessageTimeoutW(server, get_object, 0, 0, SMTO_ABORTIFHUNG, kTimeOut, &result) == 0) return {};
+  ComPtr<IServiceProvider> services;
+  if (FAILED(ObjectFromLresult(static_cast<LRESULT>(result), __uuidof(IServiceProvider), 0,
+                               reinterpret_cast<void**>(services.GetAddressOf())))) {
+    return {};
+  }
+  ComPtr<IDispatch> browser;
+  services->QueryService(__uuidof(IWebBrowserApp), __uuidof(IDispatch),
+                         reinterpret_cast<void**>(browser.GetAddressOf()));
+  return browser;
+}
+
+std::map<HWND, ComPtr<IDispatch>>& KnownTabs() {
+  static std::map<HWND, ComPtr<IDispatch>> known;
+  return known;
+}
+
+}  // namespace
+
+std::vector<ShellItem> FindShellItems() {
+  std::vector<ShellItem> items;
+  EnumWindows(&CollectFromFrame, reinterpret_cast<LPARAM>(&items));
+  std::ranges::stable_sort(items, {}, &ShellItem::server);  // by age, roughly
+  return items;
+}
+
+void NoteNewTabs() {
+  std::erase_if(KnownTabs(), [](const auto& known) { return IsWindow(known.first) == 0; });
+  static std::set<HWND> asked;  // once each: one that hangs would hold up everybody
+  std::erase_if(asked, [](HWND window) { return IsWindow(window) == 0; });
+  for (const ShellItem& item : FindShellItems()) {
+    const bool is_kept = GetPropW(GetAncestor(item.server, GA_ROOT), kHungListedProperty) != nullptr;
+    if (is_kept && asked.insert(item.server).second) ObjectOf(item);
+  }
+}
+
+ComPtr<IDispatch> ObjectOf(const ShellItem& item) {
+  if (item.kind == ShellItem::Kind::kFolder) {
+    return quillmate::com::Query<IDispatch>(dom::MakeObject<Folder>().Get());
+  }
+  if (item.kind == ShellItem::Kind::kNothing) return {};
+  if (GetPropW(GetAncestor(item.server, GA_ROOT), kHungListedProperty) == nullptr) {
+    return AskForBrowser(item.server);
+  }
+  auto& known = KnownTabs()[item.server];
+  if (known == nullptr) known = AskForBrowser(item.server);
+  return known;
+}
+
+}  // namespace testbrowser::shell

@@ -1,0 +1,28 @@
+// The windows that the shell's collection lists, and the objects behind them.
+#pragma once
+
+#include <windows.h>
+#include <oaidl.h>
+#include <vector>
+
+#include "com/com_ptr.h"
+
+namespace testbrowser::shell {
+
+struct ShellItem {
+  enum class Kind { kTab, kFolder, kNothing };
+  Kind kind = Kind::kTab;
+  HWND server = nullptr;  ///< a tab's page window
+};
+
+/// What the screen's browser windows give, in an order that a change of the active tab does not disturb.
+std::vector<ShellItem> FindShellItems();
+
+/// Asks the pages' windows that have come for their objects: a tab that hangs later stays in the list.
+void NoteNewTabs();
+
+/// @return the browser object of a tab, a folder's object; null for nothing, and for a tab that never
+/// answered.
+quillmate::com::ComPtr<IDispatch> ObjectOf(const ShellItem& item);
+
+}  // namespace testbrowser::shell
