@@ -23,10 +23,14 @@ std::function<bool()>& RefusesNow() {
   return refuses;
 }
 
+/// Wine's COM lets a call through that its filter wants to come again later (SERVERCALL_RETRYLATER). A caller without a
+/// filter of its own sees either refusal as RPC_E_CALL_REJECTED, so this is what it gets here.
+constexpr DWORD kRetryLater = SERVERCALL_REJECTED;
+
 /// @return what the filter says of the call; an object that is to refuse is told so.
 DWORD Refuse(RefusalAnswer answer) {
   if (answer == RefusalAnswer::kRejected) return SERVERCALL_REJECTED;
-  if (answer == RefusalAnswer::kRetryLater) return SERVERCALL_RETRYLATER;
+  if (answer == RefusalAnswer::kRetryLater) return kRetryLater;
   const bool is_null = answer == RefusalAnswer::kNull;
   engine::NextCallFate() = is_null ? engine::CallFate::kNull : engine::CallFate::kDisconnected;
   return SERVERCALL_ISHANDLED;
@@ -46,7 +50,7 @@ class Filter : public dom::ComObject<FilterInterface> {
     const bool is_refused = Counts().Note(call->iid, call->wMethod);
     if (is_refused) return Refuse(Counts().answer());
     const bool is_busy = !CallCounts::IsOfCom(call->iid) && RefusesNow() && RefusesNow()();
-    return is_busy ? SERVERCALL_RETRYLATER : SERVERCALL_ISHANDLED;
+    return is_busy ? kRetryLater : DWORD{SERVERCALL_ISHANDLED};
   }
   DWORD STDMETHODCALLTYPE RetryRejectedCall(HTASK, DWORD, DWORD) override {
     return static_cast<DWORD>(-1);  // a refusal by another process is an error, not tried again
@@ -108,7 +112,7 @@ std::optional<LRESULT> CallFilter::OnMessage(UINT message, WPARAM wparam, LPARAM
   static const UINT steering = RegisterWindowMessageW(L"testbrowser call filter");
   static const UINT switching = RegisterWindowMessageW(L"testbrowser switch");
   if (message == switching) {
-    engine::SetSwitch(quillmate::com::ToUtf8(AtomText(lparam)));
+    engine::SetSwitch(quillmate::com::ToUtf8(AtomText(static_cast<LPARAM>(wparam))));
     EnumThreadWindows(
         GetCurrentThreadId(),
         [](HWND window, LPARAM) { return SendMessageW(window, kSwitchesChanged, 0, 0), TRUE; }, 0);

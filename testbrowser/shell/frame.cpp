@@ -180,7 +180,6 @@ void Frame::PublishSwitches() {
     SetPropW(hwnd(), name, reinterpret_cast<HANDLE>(static_cast<INT_PTR>(value)));
   };
   publish(kUnlistedProperty, engine::SwitchText("shell-list", "yes") == "no" ? 1 : 0);
-  publish(kHungListedProperty, engine::SwitchText("shell-hung") == "listed" ? 1 : 0);
   publish(kFoldersProperty, engine::SwitchNumber("shell-folders"));
   publish(kNullsProperty, engine::SwitchNumber("shell-nulls"));
 }

@@ -103,8 +103,6 @@ int ServeWindows(const CommandLine& line) {
                                   };
                                   return dom::MakeObject<ShellWindows>(on_gone)->QueryInterface(iid, out);
                                 });
-  constexpr UINT kLookAround = 500;  // ms
-  SetTimer(nullptr, 0, kLookAround, [](HWND, UINT, UINT_PTR, DWORD) { NoteNewTabs(); });
   // Whoever started it by hand can tell from now on that it serves.
   if (!line.started_by_com) std::cout << "ready" << std::endl;
   MSG message{};

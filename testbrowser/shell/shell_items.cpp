@@ -4,8 +4,6 @@
 #include <oleacc.h>
 #include <servprov.h>
 #include <algorithm>
-#include <map>
-#include <set>
 #include <string_view>
 
 #include "com/bstr.h"
@@ -94,11 +92,6 @@ ComPtr<IDispatch> AskForBrowser(HWND server) {
   return browser;
 }
 
-std::map<HWND, ComPtr<IDispatch>>& KnownTabs() {
-  static std::map<HWND, ComPtr<IDispatch>> known;
-  return known;
-}
-
 }  // namespace
 
 std::vector<ShellItem> FindShellItems() {
@@ -108,27 +101,12 @@ std::vector<ShellItem> FindShellItems() {
   return items;
 }
 
-void NoteNewTabs() {
-  std::erase_if(KnownTabs(), [](const auto& known) { return IsWindow(known.first) == 0; });
-  static std::set<HWND> asked;  // once each: one that hangs would hold up everybody
-  std::erase_if(asked, [](HWND window) { return IsWindow(window) == 0; });
-  for (const ShellItem& item : FindShellItems()) {
-    const bool is_kept = GetPropW(GetAncestor(item.server, GA_ROOT), kHungListedProperty) != nullptr;
-    if (is_kept && asked.insert(item.server).second) ObjectOf(item);
-  }
-}
-
 ComPtr<IDispatch> ObjectOf(const ShellItem& item) {
   if (item.kind == ShellItem::Kind::kFolder) {
     return quillmate::com::Query<IDispatch>(dom::MakeObject<Folder>().Get());
   }
   if (item.kind == ShellItem::Kind::kNothing) return {};
-  if (GetPropW(GetAncestor(item.server, GA_ROOT), kHungListedProperty) == nullptr) {
-    return AskForBrowser(item.server);
-  }
-  auto& known = KnownTabs()[item.server];
-  if (known == nullptr) known = AskForBrowser(item.server);
-  return known;
+  return AskForBrowser(item.server);
 }
 
 }  // namespace testbrowser::shell

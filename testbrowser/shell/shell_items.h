@@ -18,9 +18,6 @@ struct ShellItem {
 /// What the screen's browser windows give, in an order that a change of the active tab does not disturb.
 std::vector<ShellItem> FindShellItems();
 
-/// Asks the pages' windows that have come for their objects: a tab that hangs later stays in the list.
-void NoteNewTabs();
-
 /// @return the browser object of a tab, a folder's object; null for nothing, and for a tab that never
 /// answered.
 quillmate::com::ComPtr<IDispatch> ObjectOf(const ShellItem& item);

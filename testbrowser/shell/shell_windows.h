@@ -14,12 +14,10 @@
 
 namespace testbrowser::shell {
 
-/// Properties of a frame's window by which its switches reach the collection: not 0 when its tabs are not
-/// listed; how many folder windows and empty items are listed beside them; not 0 when tabs that hang keep
-/// their object in the list.
+/// Properties of a frame's window by which its switches reach the collection: not 0 when its tabs are not listed; how
+/// many folder windows and empty items are listed beside them.
 inline constexpr wchar_t kUnlistedProperty[] = L"testbrowser unlisted";
 inline constexpr wchar_t kFoldersProperty[] = L"testbrowser folders";
-inline constexpr wchar_t kHungListedProperty[] = L"testbrowser hung listed";
 inline constexpr wchar_t kNullsProperty[] = L"testbrowser nulls";
 
 class ShellWindows : public dom::DispatchObject<IShellWindows, IShellWindowsStub> {

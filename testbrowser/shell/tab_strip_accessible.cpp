@@ -7,8 +7,8 @@
 
 #include "com/bstr.h"
 #include "com/encoding.h"
-#include "engine/switches.h"
 #include "dom/com_object.h"
+#include "engine/switches.h"
 #include "generated/shell_stubs.h"
 #include "shell/frame.h"
 #include "shell/navigation_bar.h"

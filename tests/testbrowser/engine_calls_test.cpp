@@ -1,8 +1,8 @@
 // Calls into pages that are being left, that have input before them, or whose answer gets lost.
 #include <thread>
 
-#include "engine_fixture.h"
 #include "engine/page_parts.h"
+#include "engine_fixture.h"
 #include "support/page_server.h"
 
 namespace testbrowser::engine {
