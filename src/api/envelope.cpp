@@ -20,16 +20,20 @@ bool IsText(const Result& result) {
 
 com::JsonText PrintEnvelope(Result result) {
   const com::JsonPtr envelope(cJSON_CreateObject());
-  if (!envelope) return nullptr;
-  cJSON_AddBoolToObject(envelope.get(), "success", result.success);
   com::JsonPtr item(std::visit(ItemMaker(), result.value));
-  if (cJSON_AddItemToObject(envelope.get(), "result", item.get())) static_cast<void>(item.release());
-  if (!result.log.empty()) cJSON_AddStringToObject(envelope.get(), "log", result.log.c_str());
+  if (!cJSON_AddBoolToObject(envelope.get(), "success", result.success) ||
+      !cJSON_AddItemToObject(envelope.get(), "result", item.get())) {
+    return nullptr;
+  }
+  static_cast<void>(item.release());
+  if (!result.log.empty() && !cJSON_AddStringToObject(envelope.get(), "log", result.log.c_str()))
+    return nullptr;
   return com::JsonText(cJSON_Print(envelope.get()));
 }
 
 const char* TextBuffer::Hold(com::JsonText text) {
-  if (text_.capacity() > kUsualLength) text_ = std::string();  // a page's source is not kept for ever
+  // Not kept for ever: a page's source. Only a swap gives a long text's memory back.
+  if (text_.capacity() > kUsualLength) std::string().swap(text_);
   text_.reserve(kUsualLength);
   if (text == nullptr) return nullptr;
   return text_.assign(text.get()).c_str();

@@ -16,10 +16,10 @@ struct Command {
   bool reads_parameters;
 };
 
-/// Runs one command; commands of several threads run one after the other.
-/// A host that is called back while a command runs (its thread may dispatch messages meanwhile) and issues
-/// another from there gets that one's failure: the session that the first one works on must not change under
-/// it.
+/// Runs one command. Commands of several threads run one after the other; a thread that waits for its turn
+/// goes on serving messages that are sent to its windows.
+/// A command issued while another runs on the same thread, from a message that COM lets in, fails with its
+/// own message: the session that the first one works on must not change under it.
 /// @param utf8 the host's parameter text.
 /// @return the envelope, owned by the library; null when there is no memory for it. Never throws.
 const char* RunCommand(const Command& command, const char* utf8) noexcept;

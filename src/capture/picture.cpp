@@ -12,6 +12,7 @@ using std::min;
 #include <gdiplus.h>
 
 #include "com/encoding.h"
+#include "com/library_lifetime.h"
 
 namespace quillmate {
 namespace {
@@ -61,6 +62,8 @@ const GUID* FormatOf(std::string_view file_name) {
 /// no other moment is known to be the last.
 bool IsGdiPlusStarted() {
   static const bool started = [] {
+    // GDI+ runs a thread of its own, which must not outlive its code.
+    com::KeepLibraryLoaded();
     ULONG_PTR token = 0;
     const Gdiplus::GdiplusStartupInput input;
     return Gdiplus::GdiplusStartup(&token, &input, nullptr) == Gdiplus::Ok;

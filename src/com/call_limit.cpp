@@ -1,5 +1,5 @@
-// The limit over a message filter: it is asked about a pending call whenever a message arrives, and a timer
-// sees to it that messages do.
+// The message filter that limits calls of a single-threaded apartment. COM calls MessagePending only when a
+// message arrives, so a timer posts one every 100 ms.
 #include "com/call_limit.h"
 
 namespace quillmate::com {
@@ -51,18 +51,15 @@ class CallLimit::Filter final : public IMessageFilter {
  private:
   virtual ~Filter() = default;
 
-  bool IsOver(DWORD elapsed_ms) {
-    if (elapsed_ms >= limit_ms_) limit_ms_ = 0;
-    return limit_ms_ == 0;
-  }
+  bool IsOver(DWORD elapsed_ms) const { return elapsed_ms >= limit_ms_; }
 
   LONG references_ = 0;
-  DWORD limit_ms_;
+  const DWORD limit_ms_;
   ComPtr<IMessageFilter> previous_;
 };
 
 CallLimit::CallLimit(std::chrono::milliseconds limit)
-    : filter_(new Filter(static_cast<DWORD>(limit.count()))) {
+    : canceller_(limit), filter_(new Filter(static_cast<DWORD>(limit.count()))) {
   if (FAILED(CoRegisterMessageFilter(filter_.Get(), &previous_))) {
     filter_.Reset();
     return;

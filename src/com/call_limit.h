@@ -5,14 +5,14 @@
 #include <objidl.h>
 #include <chrono>
 
+#include "com/call_canceller.h"
 #include "com/com_ptr.h"
 
 namespace quillmate::com {
 
-/// While it lives, a call out of this thread that is not answered within the limit is cancelled and fails,
-/// and so does every call after it: a browser that hangs costs the limit once, not once a call. Works on a
-/// thread in a single-threaded apartment; on any other thread it does nothing. The thread's own message
-/// filter still hears of incoming calls and is put back at the end.
+/// While it lives, a call out of this thread that is not answered within the limit is cancelled and fails.
+/// Each call has the whole limit. In a single-threaded apartment the thread's own message filter still hears
+/// of incoming calls and is put back at the end.
 class CallLimit {
  public:
   explicit CallLimit(std::chrono::milliseconds limit);
@@ -23,6 +23,7 @@ class CallLimit {
  private:
   class Filter;
 
+  CallCanceller canceller_;
   ComPtr<Filter> filter_;
   ComPtr<IMessageFilter> previous_;
   UINT_PTR timer_ = 0;

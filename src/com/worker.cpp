@@ -1,4 +1,3 @@
-// The worker thread, the promise through which it answers, and the objects of calls that were given up.
 #include "com/worker.h"
 
 #include <atomic>
@@ -6,19 +5,18 @@
 #include <ctime>
 #include <future>
 #include <thread>
-#include <vector>
 
 #include "com/apartment.h"
-#include "com/no_destructor.h"
+#include "com/library_lifetime.h"
+#include "com/thread_objects.h"
 
 namespace quillmate::com {
 namespace {
 
 constexpr std::int32_t kNobodyWaits = 0;
 
-// When the call that a command waits for was begun, in whole seconds; a worker with another token has been
-// given up. Two calls of one second share a token, which is harmless: nobody reads the earlier one's promise
-// any more.
+// Start time, in seconds, of the call being waited for. A worker whose token differs has been abandoned. Two
+// calls of one second share a token, which is harmless: nobody reads the earlier one's promise any more.
 std::atomic<std::int32_t> call_token = kNobodyWaits;
 
 /// What a worker owns, for as long as its call takes: nothing of the command's stack.
@@ -31,7 +29,11 @@ struct Work {
   /// Set when the worker is through: its page answers again, or is gone.
   std::shared_ptr<std::atomic<bool>> ended = std::make_shared<std::atomic<bool>>(false);
 
-  ~Work() { *ended = true; }
+  ~Work() {
+    // A stream that nobody took over still holds its object.
+    if (stream != nullptr) CoReleaseMarshalData(stream.Get());
+    *ended = true;
+  }
 
   bool IsAwaited() const { return token == call_token; }
 };
@@ -53,8 +55,7 @@ void RunInOwnApartment(Work& work) {
   if (work.IsAwaited()) work.promise.set_value();
 }
 
-/// The one place where a worker's exceptions end: the command, if it still waits, hears of it through the
-/// promise.
+/// The one place where a worker's exceptions end. A command that still waits gets them through the promise.
 void RunWorker(std::unique_ptr<Work> work) {
   try {
     RunInOwnApartment(*work);
@@ -63,37 +64,13 @@ void RunWorker(std::unique_ptr<Work> work) {
   }
 }
 
-/// Objects of calls that did not come back in time. To release one is a call too, which a page that runs an
-/// endless script would never answer, so each waits for its worker's end.
-struct Parked {
-  ComPtr<IUnknown> object;
-  std::shared_ptr<std::atomic<bool>> worker_ended;
-};
-
-std::vector<Parked>& ParkedObjects() {
-  static NoDestructor<std::vector<Parked>> parked;
-  return *parked;
-}
-
-void ReleaseParkedObjects() {
-  std::erase_if(ParkedObjects(), [](const Parked& parked) { return parked.worker_ended->load(); });
-}
-
-/// A worker may outlive the host's use of the library, so from the first one on the library stays loaded.
-void KeepLibraryLoaded() {
-  HMODULE library = nullptr;
-  GetModuleHandleExW(GET_MODULE_HANDLE_EX_FLAG_PIN | GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS,
-                     reinterpret_cast<LPCWSTR>(&call_token), &library);
-}
-
 }  // namespace
 
 bool RunOnWorker(ComPtr<IUnknown> object, REFIID iid, std::function<void(IUnknown*)> call,
                  std::chrono::milliseconds wait) {
-  ReleaseParkedObjects();
   auto work = std::make_unique<Work>();
   // Without a stream the worker has no object, and answers so.
-  CoMarshalInterThreadInterfaceInStream(iid, object.Get(), &work->stream);
+  if (object != nullptr) CoMarshalInterThreadInterfaceInStream(iid, object.Get(), &work->stream);
   work->iid = iid;
   work->call = std::move(call);
   work->token = static_cast<std::int32_t>(std::time(nullptr));
@@ -105,7 +82,7 @@ bool RunOnWorker(ComPtr<IUnknown> object, REFIID iid, std::function<void(IUnknow
 
   if (answer.wait_for(wait) != std::future_status::ready) {
     call_token = kNobodyWaits;
-    ParkedObjects().push_back({std::move(object), ended});
+    if (object != nullptr) ParkThreadObject(std::move(object), ended);
     return false;
   }
   answer.get();

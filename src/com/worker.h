@@ -1,5 +1,5 @@
-// Calls that can stay away for as long as a page pleases: behind its dialog, or in its endless script. Each
-// runs on a thread and in an apartment of its own, and the caller waits for a limited time.
+// Calls that may block indefinitely, for instance while the page shows a dialog or runs an endless script.
+// Each runs on a thread and in an apartment of its own, and the caller waits for a limited time.
 #pragma once
 
 #include <windows.h>
@@ -37,6 +37,14 @@ std::optional<std::invoke_result_t<Call, T*>> CallOnWorker(ComPtr<T> object, std
   };
   if (!RunOnWorker(std::move(object), __uuidof(T), store, wait)) return std::nullopt;
   return std::move(*value);
+}
+
+/// Makes calls that need no object on a worker thread.
+/// @param call owns what it needs: it may outlive the caller.
+/// @return whether it came back in time.
+inline bool RunInTime(std::function<void()> call, std::chrono::milliseconds wait) {
+  return RunOnWorker(
+      {}, __uuidof(IUnknown), [call = std::move(call)](IUnknown*) { call(); }, wait);
 }
 
 }  // namespace quillmate::com

@@ -7,6 +7,7 @@
 #include <string>
 #include <string_view>
 
+#include "com/agile.h"
 #include "com/com_ptr.h"
 
 namespace quillmate {
@@ -20,7 +21,7 @@ class ElementRegistry {
   com::ComPtr<IHTMLElement> Recall(std::string_view name) const;
 
  private:
-  std::map<std::string, com::ComPtr<IHTMLElement>, std::less<>> elements_;
+  std::map<std::string, com::Agile<IHTMLElement>, std::less<>> elements_;
 };
 
 }  // namespace quillmate

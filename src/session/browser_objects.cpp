@@ -8,6 +8,7 @@
 #include <memory>
 #include <type_traits>
 
+#include "com/call_limit.h"
 #include "com/no_destructor.h"
 #include "com/variant.h"
 #include "session/windows.h"
@@ -84,6 +85,8 @@ HWND GetTabWindow(IWebBrowser2* browser) {
 }
 
 void ForEachShellBrowser(const std::function<bool(com::ComPtr<IWebBrowser2>)>& visit) {
+  // The list also holds browsers that hang. Nothing tells which before they are asked.
+  const com::CallLimit limit(kMessageLimit);
   com::ComPtr<IShellWindows> windows;
   LONG count = 0;
   if (FAILED(CoCreateInstance(CLSID_ShellWindows, nullptr, CLSCTX_ALL, IID_PPV_ARGS(&windows))) ||

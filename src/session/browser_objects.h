@@ -35,7 +35,7 @@ HWND GetFrameWindow(IWebBrowser2* browser);
 HWND GetTabWindow(IWebBrowser2* browser);
 
 /// Visits the browsers in the shell's list, in its order, until a visit returns true. Visits none when the
-/// list cannot be read.
+/// list cannot be read. Each call to a browser is limited to a second meanwhile.
 void ForEachShellBrowser(const std::function<bool(com::ComPtr<IWebBrowser2>)>& visit);
 
 }  // namespace quillmate

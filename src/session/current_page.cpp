@@ -37,6 +37,16 @@ bool IsTargetUsable(Session& session) {
   return holder != nullptr && holder->GetDocument() != nullptr;
 }
 
+Response AskTarget(Session& session, std::chrono::milliseconds limit) {
+  const WindowHolder* holder = session.ValidHolder();
+  return holder != nullptr ? holder->Ask(limit) : Response::kGone;
+}
+
+bool WasTargetSilent(Session& session) {
+  const WindowHolder* holder = session.ValidHolder();
+  return holder != nullptr && holder->WasSilent();
+}
+
 OrFailure<FramePath> BringPageToTop(Session& session, IHTMLElement* element) {
   auto path = WalkFrames(session);
   if (element == nullptr || !path) return Failed(messages::kElementNotFound);

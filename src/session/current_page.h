@@ -26,6 +26,14 @@ com::ComPtr<IHTMLDocument2> GetFrameDocument(Session& session);
 /// Whether a surface is selected, is valid and has a top document.
 bool IsTargetUsable(Session& session);
 
+/// Asks the current surface's thread whether it takes messages.
+/// @return kGone when nothing usable is selected.
+Response AskTarget(Session& session, std::chrono::milliseconds limit);
+
+/// Whether the last question to the current surface was not answered: a document or an element that could not
+/// be had may be there all the same.
+bool WasTargetSilent(Session& session);
+
 /// Checks that the current target can be used for an element, and brings it to the top.
 /// @return the way to the current frame's document, "Element not found!" or "Switch tab failed!".
 OrFailure<FramePath> BringPageToTop(Session& session, IHTMLElement* element);

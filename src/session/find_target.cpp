@@ -79,31 +79,52 @@ Holder TryWindow(HWND window, std::string_view locator) {
   return {};
 }
 
-Holder FindInZOrder(HWND parent, std::string_view locator) {
-  for (HWND window = GetWindow(parent, GW_CHILD); window != nullptr;
-       window = GetWindow(window, GW_HWNDNEXT)) {
+Holder FindInZOrder(std::string_view locator) {
+  for (HWND window : TopLevelWindows()) {
     if (auto found = TryWindow(window, locator)) return found;
   }
   return {};
 }
 
-/// A handle matches only the surface that contains it; there is no fallback.
+/// Climbs from a window through its parents, itself included, until one of them makes a valid holder.
+template <class MakeHolder>
+Holder FindUpwards(HWND window, MakeHolder make_holder) {
+  while (window != nullptr) {
+    Holder holder = make_holder(window);
+    if (holder != nullptr && holder->IsValid()) return holder;
+    HWND parent = GetParent(window);
+    window = parent != window ? parent : nullptr;
+  }
+  return {};
+}
+
+/// The surface of a window that is a surface's outermost one or a frame; a frame's is its front tab's.
+Holder MakeHolderOf(HWND window) {
+  if (IsWindowOfClass(window, L"Internet Explorer_TridentDlgFrame"))
+    return std::make_unique<ModalDialogHolder>(window);
+  if (IsWindowOfClass(window, L"AtlAxWin100")) return std::make_unique<IeBasedTabHolder>(window);
+  if (IsWindowOfClass(window, L"Frame Tab") || IsWindowOfClass(window, L"IEFrame")) {
+    return std::make_unique<TabBrowserHolder>(window);
+  }
+  if (!IsWindowOfClass(window, L"Chrome_WidgetWin_1")) return {};
+  const auto tabs = ChildrenOfClass(window, L"AtlAxWin100");
+  return tabs.empty() ? Holder() : std::make_unique<IeBasedTabHolder>(tabs.front());
+}
+
+/// A handle means the page under its window, when the window is in a tab or a dialog. Every other handle of a
+/// browser's window, its page's and its frame's included, means the surface around it.
 Holder FindByHandle(std::string_view number) {
   const bool hexadecimal = number.starts_with("0x") || number.starts_with("0X");
   const auto value = std::strtoull(std::string(number).c_str(), nullptr, hexadecimal ? 16 : 10);
-  const auto window = reinterpret_cast<HWND>(static_cast<ULONG_PTR>(value));
-  for (HWND ancestor = window; ancestor != nullptr;) {
-    Holder holder;
-    if (IsWindowOfClass(ancestor, L"Internet Explorer_TridentDlgFrame")) {
-      holder = std::make_unique<ModalDialogHolder>(window);
-    } else if (IsWindowOfClass(ancestor, L"Frame Tab")) {
-      holder = std::make_unique<TabBrowserHolder>(window);
-    }
-    if (holder != nullptr && holder->IsValid()) return holder;
-    HWND parent = GetParent(ancestor);
-    ancestor = parent != ancestor ? parent : nullptr;
-  }
-  return {};
+  const auto named = reinterpret_cast<HWND>(static_cast<ULONG_PTR>(value));
+  const auto make_from_named = [named](HWND ancestor) -> Holder {
+    if (IsWindowOfClass(ancestor, L"Internet Explorer_TridentDlgFrame"))
+      return std::make_unique<ModalDialogHolder>(named);
+    if (IsWindowOfClass(ancestor, L"Frame Tab")) return std::make_unique<TabBrowserHolder>(named);
+    return {};
+  };
+  if (auto found = FindUpwards(named, make_from_named)) return found;
+  return FindUpwards(named, MakeHolderOf);
 }
 
 Holder FindAmongShellBrowsers(std::string_view locator) {
@@ -118,7 +139,7 @@ Holder FindAmongShellBrowsers(std::string_view locator) {
 
 Holder SearchOnce(std::string_view locator) {
   if (Matches(Pattern::kHandle, locator)) return FindByHandle(ValueOf(locator));
-  if (auto found = FindInZOrder(GetDesktopWindow(), locator)) return found;
+  if (auto found = FindInZOrder(locator)) return found;
   return FindAmongShellBrowsers(locator);
 }
 

@@ -10,9 +10,10 @@ namespace quillmate {
 
 Result Refresh(Session& session, const CommandParams&) {
   WindowHolder* holder = session.ValidHolder();
+  if (holder == nullptr || !holder->Answers()) return Fail(messages::kRefreshFail);
   // Deliberate: a page that is still loading is refused with this message.
-  if (holder != nullptr && holder->IsBusy()) return Fail(messages::kFrameNotFound);
-  return holder != nullptr && holder->Refresh() ? Done() : Fail(messages::kRefreshFail);
+  if (holder->IsBusy()) return Fail(messages::kFrameNotFound);
+  return holder->Refresh() ? Done() : Fail(messages::kRefreshFail);
 }
 
 Result Forward(Session& session, const CommandParams&) {

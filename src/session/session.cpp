@@ -17,6 +17,7 @@ void Session::SelectTarget(std::unique_ptr<WindowHolder> holder) {
 
 void Session::ReplaceTarget(std::unique_ptr<WindowHolder> holder) {
   ClearTarget();
+  if (holder != nullptr) holder->WaitPatiently();
   auto record = std::make_unique<CurrentTarget>();
   record->holder = std::move(holder);
   current_ = std::move(record);
@@ -26,22 +27,15 @@ void Session::EnsureTarget() {
   if (current_ == nullptr) ReplaceTarget(nullptr);
 }
 
-void Session::ClearTarget() {
-  if (const auto record = std::move(current_)) LetGo(std::move(record->holder));
-}
+void Session::ClearTarget() { current_.reset(); }
 
 void Session::KeepReference(std::unique_ptr<WindowHolder> holder) {
-  if (holder == nullptr || holder->Surface() == nullptr) return;
+  if (holder == nullptr || !holder->IsValid()) return;
+  std::erase_if(earlier_, [](const auto& earlier) { return earlier->IsWindowGone(); });
   // One reference a surface is enough, so that a host which selects all day does not grow.
-  const bool kept = std::ranges::any_of(earlier_, [&](const auto& earlier) {
-    return com::IsSameObject(earlier->Surface(), holder->Surface());
-  });
+  const bool kept =
+      std::ranges::any_of(earlier_, [&](const auto& earlier) { return earlier->IsSameSurface(*holder); });
   if (!kept) earlier_.push_back(std::move(holder));
-}
-
-/// To release a surface that hangs would hang too, so that one is kept.
-void Session::LetGo(std::unique_ptr<WindowHolder> holder) {
-  if (holder != nullptr && !holder->Answers()) KeepReference(std::move(holder));
 }
 
 }  // namespace quillmate

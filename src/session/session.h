@@ -42,7 +42,6 @@ class Session {
 
  private:
   void KeepReference(std::unique_ptr<WindowHolder> holder);
-  void LetGo(std::unique_ptr<WindowHolder> holder);
 
   std::unique_ptr<CurrentTarget> current_;
   /// Surfaces that were selected once keep their reference, as hosts rely on: a browser started unseen by

@@ -59,13 +59,14 @@ com::ComPtr<IWebBrowser2> StartBrowser() {
   return browser;
 }
 
-bool NavigateBrowser(IWebBrowser2* browser, std::string_view url, OpenIn where) {
+HRESULT NavigateBrowser(IWebBrowser2* browser, std::string_view url, OpenIn where) {
+  if (browser == nullptr) return E_POINTER;
   com::Variant target = com::Variant::Text(com::FromAnsi(url));
   com::Variant flags = com::Variant::Int(where == OpenIn::kNewTab ? kOpenInNewTab : kNoFlags);
   com::Variant none;
   VARIANT url_argument = target.get();
   VARIANT flags_argument = flags.get();
-  return SUCCEEDED(browser->Navigate2(&url_argument, &flags_argument, none.put(), none.put(), none.put()));
+  return browser->Navigate2(&url_argument, &flags_argument, none.put(), none.put(), none.put());
 }
 
 }  // namespace quillmate

@@ -15,9 +15,9 @@ com::ComPtr<IWebBrowser2> StartBrowser();
 /// How a page is opened.
 enum class OpenIn { kSameTab, kNewTab };
 
-/// Sends a browser to an address.
+/// Tells a browser to show an address.
 /// @param url in the ANSI code page.
-/// @return whether the browser took the order; loading goes on afterwards.
-bool NavigateBrowser(IWebBrowser2* browser, std::string_view url, OpenIn where);
+/// @return Navigate2's result; a failure without a browser. Loading goes on afterwards.
+HRESULT NavigateBrowser(IWebBrowser2* browser, std::string_view url, OpenIn where);
 
 }  // namespace quillmate

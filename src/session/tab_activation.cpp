@@ -84,9 +84,7 @@ bool SelectTab(IAccessible* strip, const std::string& caption) {
 }
 
 bool WindowTextBeginsWith(HWND window, const std::string& caption) {
-  char text[500] = "";
-  GetWindowTextA(window, text, static_cast<int>(std::size(text)));
-  return std::string_view(text).starts_with(caption);
+  return com::ToAnsi(ReadWindowText(window)).starts_with(caption);
 }
 
 /// A tab's caption: its document's title; without one, its address without a leading "file://".

@@ -16,16 +16,43 @@ namespace {
 
 constexpr int kLoadRounds = 5;
 constexpr std::chrono::seconds kLoadRound(1);
+constexpr int kStartRounds = 25;
+constexpr std::chrono::milliseconds kStartRound(20);
 
-bool IsIdle(Session& session) {
-  const WindowHolder* holder = session.ValidHolder();
-  return holder == nullptr || !holder->IsBusy();
+/// How far the page-load wait has come with the current surface.
+enum class Wait { kOver, kBusy, kSilent };
+
+/// A page that does not answer is busy. To learn that takes as long as a round.
+Wait AskLoad(const WindowHolder* holder) {
+  if (holder == nullptr) return Wait::kOver;
+  if (holder->Ask(kLoadRound) == Response::kSilent) return Wait::kSilent;
+  return holder->IsBusy() ? Wait::kBusy : Wait::kOver;
 }
 
 /// Waits up to five seconds, in steps of one, until the current surface is gone, invalid or no longer busy.
 /// @return false when it is still busy after that.
 bool WaitForPageLoad(Session& session) {
-  return com::PollUntil(kLoadRounds, kLoadRound, [&] { return IsIdle(session); }) || IsIdle(session);
+  Wait wait = AskLoad(session.ValidHolder());
+  for (int round = 0; round < kLoadRounds && wait != Wait::kOver; ++round) {
+    if (wait == Wait::kBusy) com::Pause(kLoadRound);
+    wait = AskLoad(session.ValidHolder());
+  }
+  return wait == Wait::kOver;
+}
+
+/// Waits up to five seconds for the page that a browser was told to show. At first, for up to half a second,
+/// until the browser has begun, or is ready already: when the order returns it may still show the old page
+/// and not be busy.
+void WaitForNewPage(Session& session) {
+  bool has_begun = false;
+  com::PollUntil(kStartRounds, kStartRound, [&] {
+    const WindowHolder* holder = session.ValidHolder();
+    const LoadState state = holder != nullptr ? holder->GetLoadState() : LoadState::kBusy;
+    const bool is_ready = has_begun && state == LoadState::kComplete;
+    has_begun = has_begun || state == LoadState::kStarting;
+    return is_ready || state == LoadState::kBusy;
+  });
+  WaitForPageLoad(session);
 }
 
 bool Maximise(HWND window) {
@@ -35,7 +62,10 @@ bool Maximise(HWND window) {
 
 /// A window that took another size than asked for (its own smallest one, the screen's) has refused.
 bool Resize(HWND window, const CoordinatePair& size) {
-  if (IsZoomed(window) || IsIconic(window)) ShowWindow(window, SW_RESTORE);
+  // A minimised window may be restored to a maximised one first.
+  for (int round = 0; round < 2 && (IsZoomed(window) || IsIconic(window)); ++round) {
+    ShowWindow(window, SW_RESTORE);
+  }
   RECT rect = {};
   return SetWindowPos(window, nullptr, 0, 0, size.x, size.y, SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE) &&
          GetWindowRect(window, &rect) && rect.right - rect.left == size.x && rect.bottom - rect.top == size.y;
@@ -65,7 +95,11 @@ bool LocalFileExists(const std::string& address) {
 /// Starts a browser at an address and makes it current.
 bool OpenInNewBrowser(Session& session, std::string_view url) {
   auto browser = StartBrowser();
-  if (browser == nullptr || !NavigateBrowser(browser.Get(), url, OpenIn::kSameTab)) return false;
+  if (browser == nullptr) return false;
+  if (FAILED(NavigateBrowser(browser.Get(), url, OpenIn::kSameTab))) {
+    browser->Quit();
+    return false;
+  }
   session.ReplaceTarget(std::make_unique<TabBrowserHolder>(std::move(browser)));
   return true;
 }
@@ -119,7 +153,7 @@ Result SelectWindowSize(Session& session, const CommandParams& params) {
 Result NewBrowser(Session& session, const CommandParams&) {
   session.EnsureTarget();
   if (!OpenInNewBrowser(session, "about:blank")) return Fail(messages::kOpenNewBrowserFailed);
-  WaitForPageLoad(session);
+  WaitForNewPage(session);
   return Done();
 }
 
@@ -134,7 +168,7 @@ Result Open(Session& session, const CommandParams& params) {
   session.EnsureTarget();
   if (!OpenPage(session, *address, by.empty() ? OpenIn::kSameTab : OpenIn::kNewTab))
     return Fail(messages::kOpenNewTabFailed);
-  WaitForPageLoad(session);
+  WaitForNewPage(session);
   if (keep_size) return Done();
   if (const auto sized = SizeWindow(session, Maximise); !sized) return sized.error();
   if (WindowHolder* holder = session.ValidHolder()) holder->BringToTop();

@@ -1,7 +1,7 @@
 #include "session/window_holder.h"
 
 #include <algorithm>
-#include <vector>
+#include <functional>
 
 #include "com/bstr.h"
 #include "com/poll.h"
@@ -15,43 +15,61 @@ namespace quillmate {
 namespace {
 
 constexpr std::chrono::seconds kCloseLimit(5);
+/// How long a call to the browser may take, and therefore a busy page too.
+constexpr std::chrono::seconds kPatience(5);
 constexpr int kNewTabRounds = 50;
 constexpr std::chrono::milliseconds kNewTabRound(100);
+constexpr wchar_t kIeTab[] = L"Frame Tab";
+constexpr wchar_t kHostedTab[] = L"AtlAxWin100";
 
-/// The result is ignored: the window has received WM_CLOSE even if it asks the user first or hangs.
-void SendClose(HWND window) { SendMessageInTime(window, WM_CLOSE, 0, nullptr, kCloseLimit); }
-
-using Browser = com::ComPtr<IWebBrowser2>;
-
-/// The browsers of the shell's list that belong to one frame.
-std::vector<Browser> TabsOfFrame(HWND frame) {
-  std::vector<Browser> tabs;
-  ForEachShellBrowser([&](Browser browser) {
-    if (GetFrameWindow(browser.Get()) == frame) tabs.push_back(std::move(browser));
-    return false;
-  });
-  return tabs;
+/// The result is ignored: a window that asks the user first has received the message. One that hangs gets it
+/// once more, to find when it takes messages again.
+void SendClose(HWND window) {
+  if (window == nullptr) return;
+  if (!SendMessageInTime(window, WM_CLOSE, 0, nullptr, kCloseLimit)) PostMessageW(window, WM_CLOSE, 0, 0);
 }
 
-std::unique_ptr<WindowHolder> MakeHolder(const Browser& tab) {
-  return std::make_unique<TabBrowserHolder>(tab);
+HWND RootOf(HWND window) { return window != nullptr ? GetAncestor(window, GA_ROOT) : nullptr; }
+
+/// The window of a tab that lives as long as the tab.
+HWND TabAround(HWND window) {
+  if (HWND tab = FindAncestorOfClass(window, kIeTab)) return tab;
+  if (HWND tab = FindAncestorOfClass(window, kHostedTab)) return tab;
+  return window;
 }
-std::unique_ptr<WindowHolder> MakeHolder(HWND tab) { return std::make_unique<IeBasedTabHolder>(tab); }
 
-bool IsSameTab(const Browser& a, const Browser& b) { return com::IsSameObject(a.Get(), b.Get()); }
-bool IsSameTab(HWND a, HWND b) { return a == b; }
+/// The window that is asked whether the page behind a surface answers. A tab gets another page window when
+/// its page moves to another process.
+HWND AskedWindow(HWND surface) {
+  HWND page = FindPageWindow(surface);
+  return page != nullptr ? page : surface;
+}
 
-/// Sends a browser to a new tab and looks again until a tab is there that was not before, and has its page.
-/// @param list returns the tabs as they are now.
-template <class List>
-std::unique_ptr<WindowHolder> OpenAndFind(IWebBrowser2* browser, std::string_view url, List list) {
-  const auto before = list();
-  if (!NavigateBrowser(browser, url, OpenIn::kNewTab)) return {};
+com::MayRelease MayReleaseOf(HWND surface) {
+  if (surface == nullptr) return {};
+  return [surface] { return AskWindow(AskedWindow(surface)) != Response::kSilent; };
+}
+
+/// Whether a call failed because its object's process is gone or no longer has the object.
+bool IsDisconnected(HRESULT result) {
+  return result == RPC_E_DISCONNECTED || result == CO_E_OBJNOTCONNECTED || result == RPC_E_SERVER_DIED ||
+         result == RPC_E_SERVER_DIED_DNE || result == HRESULT_FROM_WIN32(RPC_S_SERVER_UNAVAILABLE) ||
+         result == HRESULT_FROM_WIN32(RPC_S_CALL_FAILED) ||
+         result == HRESULT_FROM_WIN32(RPC_S_CALL_FAILED_DNE);
+}
+
+/// Sends a browser to a new tab and waits until the frame has a tab that was not there before, with a page.
+/// Windows are compared, for a browser that does not answer now would look new when it answers later.
+template <class Holder>
+std::unique_ptr<WindowHolder> OpenTabIn(HWND frame, const wchar_t* tab_class, IWebBrowser2* browser,
+                                        std::string_view url) {
+  const auto before = ChildrenOfClass(frame, tab_class);
+  if (FAILED(NavigateBrowser(browser, url, OpenIn::kNewTab))) return {};
   std::unique_ptr<WindowHolder> opened;
   const auto find_new_tab = [&] {
-    for (const auto& tab : list()) {
-      if (std::ranges::any_of(before, [&](const auto& old) { return IsSameTab(old, tab); })) continue;
-      opened = MakeHolder(tab);
+    for (HWND tab : ChildrenOfClass(frame, tab_class)) {
+      if (std::ranges::find(before, tab) != before.end()) continue;
+      opened = std::make_unique<Holder>(tab);
       if (opened->IsValid()) return true;
     }
     return false;
@@ -66,55 +84,85 @@ bool WindowHolder::CloseWindow() {
   return true;
 }
 
-bool WindowHolder::Answers() const {
-  if (answering_ == nullptr || !IsWindow(answering_)) return true;
-  // A tab's page may have got another window since.
-  HWND page = FindPageWindow(answering_);
-  HWND asked = page != nullptr ? page : answering_;
-  return AnswersInTime(asked) || !IsWindow(asked);
+Response WindowHolder::Ask(std::chrono::milliseconds limit) const {
+  if (surface_ == nullptr) return Response::kAnswers;
+  const Response response = AskWindow(AskedWindow(surface_), limit);
+  was_silent_ = response == Response::kSilent;
+  return response;
 }
 
+void WindowHolder::WaitPatiently() { patience_ = kPatience; }
+
 TabBrowserHolder::TabBrowserHolder(HWND window)
-    : WindowHolder(FindPageWindow(window)), browser_(GetWebBrowserFromWindow(window)) {}
+    : WindowHolder(TabAround(FindPageWindow(window))),
+      browser_(GetWebBrowserFromWindow(window), MayReleaseOf(surface())) {}
 
 TabBrowserHolder::TabBrowserHolder(com::ComPtr<IWebBrowser2> browser)
-    : WindowHolder(GetTabWindow(browser.Get())), browser_(std::move(browser)) {}
+    : WindowHolder(TabAround(GetTabWindow(browser.Get()))),
+      browser_(std::move(browser), MayReleaseOf(surface())) {}
+
+IWebBrowser2* TabBrowserHolder::Reachable() const {
+  return IsValid() && Answers() ? browser_.Get() : nullptr;
+}
+
+bool TabBrowserHolder::FindBrowserAgain() const {
+  auto browser = GetWebBrowserFromWindow(surface());
+  if (browser == nullptr) return false;
+  browser_ = com::Agile<IWebBrowser2>(std::move(browser), MayReleaseOf(surface()));
+  return true;
+}
+
+template <class Call>
+HRESULT TabBrowserHolder::CallBrowser(Call call) const {
+  if (!IsValid() || !Answers()) return RPC_E_CALL_REJECTED;
+  IWebBrowser2* browser = browser_.Get();
+  const HRESULT result = browser != nullptr ? call(browser) : RPC_E_DISCONNECTED;
+  if (!IsDisconnected(result) || !FindBrowserAgain()) return result;
+  return call(browser_.Get());
+}
 
 com::ComPtr<IHTMLDocument2> TabBrowserHolder::GetDocument() const {
-  IWebBrowser2* browser = Reachable();
   com::ComPtr<IDispatch> document;
-  if (browser == nullptr || FAILED(browser->get_Document(&document))) return {};
+  if (FAILED(CallBrowser([&](IWebBrowser2* browser) { return browser->get_Document(&document); }))) return {};
   return com::Query<IHTMLDocument2>(document);
 }
 
-HWND TabBrowserHolder::GetWindowHandle() const { return GetFrameWindow(Reachable()); }
+HWND TabBrowserHolder::GetWindowHandle() const {
+  HWND frame = RootOf(surface());
+  return frame != nullptr ? frame : GetFrameWindow(Reachable());
+}
 
 bool TabBrowserHolder::IsBusy() const {
-  IWebBrowser2* browser = Reachable();
   VARIANT_BOOL busy = VARIANT_FALSE;
-  return browser != nullptr && SUCCEEDED(browser->get_Busy(&busy)) && busy != VARIANT_FALSE;
+  return SUCCEEDED(CallBrowser([&](IWebBrowser2* browser) { return browser->get_Busy(&busy); })) &&
+         busy != VARIANT_FALSE;
+}
+
+LoadState TabBrowserHolder::GetLoadState() const {
+  if (!Answers() || IsBusy()) return LoadState::kBusy;
+  READYSTATE state = READYSTATE_COMPLETE;
+  CallBrowser([&](IWebBrowser2* browser) { return browser->get_ReadyState(&state); });
+  return state == READYSTATE_COMPLETE ? LoadState::kComplete : LoadState::kStarting;
 }
 
 bool TabBrowserHolder::BringToTop() { return ActivateIeTab(Reachable()); }
 
-bool TabBrowserHolder::GoForward() {
-  IWebBrowser2* browser = Reachable();
-  return browser != nullptr && SUCCEEDED(browser->GoForward());
-}
+bool TabBrowserHolder::GoForward() { return SUCCEEDED(CallBrowser(std::mem_fn(&IWebBrowser2::GoForward))); }
 
-bool TabBrowserHolder::GoBack() {
-  IWebBrowser2* browser = Reachable();
-  return browser != nullptr && SUCCEEDED(browser->GoBack());
-}
+bool TabBrowserHolder::GoBack() { return SUCCEEDED(CallBrowser(std::mem_fn(&IWebBrowser2::GoBack))); }
 
-bool TabBrowserHolder::Refresh() {
-  IWebBrowser2* browser = Reachable();
-  return browser != nullptr && SUCCEEDED(browser->Refresh());
+bool TabBrowserHolder::Refresh() { return SUCCEEDED(CallBrowser(std::mem_fn(&IWebBrowser2::Refresh))); }
+
+bool TabBrowserHolder::CloseFrameOfLastTab(const wchar_t* tab_class) {
+  HWND frame = RootOf(surface());
+  if (frame == nullptr || ChildrenOfClass(frame, tab_class).size() != 1) return false;
+  SendClose(frame);
+  return true;
 }
 
 bool TabBrowserHolder::CloseTab() {
-  IWebBrowser2* browser = Reachable();
-  return browser != nullptr && SUCCEEDED(browser->Quit());
+  if (SUCCEEDED(CallBrowser(std::mem_fn(&IWebBrowser2::Quit)))) return true;
+  return WasSilent() && CloseFrameOfLastTab(kIeTab);
 }
 
 bool TabBrowserHolder::CloseByKeys() {
@@ -124,16 +172,20 @@ bool TabBrowserHolder::CloseByKeys() {
 }
 
 bool TabBrowserHolder::Navigate(std::string_view url) {
-  return NavigateBrowser(browser_.Get(), url, OpenIn::kSameTab);
+  return SUCCEEDED(
+      CallBrowser([&](IWebBrowser2* browser) { return NavigateBrowser(browser, url, OpenIn::kSameTab); }));
 }
 
 std::unique_ptr<WindowHolder> TabBrowserHolder::OpenTab(std::string_view url) {
-  HWND frame = GetWindowHandle();
-  return OpenAndFind(browser_.Get(), url, [=] { return TabsOfFrame(frame); });
+  return OpenTabIn<TabBrowserHolder>(GetWindowHandle(), kIeTab, Reachable(), url);
 }
 
-bool IeBasedTabHolder::BringToTop() { return ActivateHostedTab(browser(), tab_window_); }
-bool IeBasedTabHolder::CloseTab() { return BringToTop() && SendKeySequence("{CTRL}W"); }
+bool IeBasedTabHolder::BringToTop() { return ActivateHostedTab(Reachable(), tab_window_); }
+
+bool IeBasedTabHolder::CloseTab() {
+  if (BringToTop()) return SendKeySequence("{CTRL}W");
+  return WasSilent() && CloseFrameOfLastTab(kHostedTab);
+}
 
 bool IeBasedTabHolder::CloseWindow() {
   HWND frame = FindAncestorOfClass(tab_window_, L"Chrome_WidgetWin_1");
@@ -144,16 +196,16 @@ bool IeBasedTabHolder::CloseWindow() {
 
 std::unique_ptr<WindowHolder> IeBasedTabHolder::OpenTab(std::string_view url) {
   HWND frame = FindAncestorOfClass(tab_window_, L"Chrome_WidgetWin_1");
-  return OpenAndFind(browser(), url, [=] { return ChildrenOfClass(frame, L"AtlAxWin100"); });
+  return OpenTabIn<IeBasedTabHolder>(frame, kHostedTab, Reachable(), url);
 }
 
 ModalDialogHolder::ModalDialogHolder(HWND window)
-    : WindowHolder(FindPageWindow(window)),
-      document_(GetDocumentFromWindow(window)),
-      dialog_window_(document_ != nullptr ? window : nullptr) {}
+    : WindowHolder(RootOf(FindPageWindow(window))),
+      document_(GetDocumentFromWindow(window), MayReleaseOf(surface())),
+      dialog_window_(!document_.IsNull() ? window : nullptr) {}
 
 com::ComPtr<IHTMLDocument2> ModalDialogHolder::GetDocument() const {
-  return Answers() ? document_ : com::ComPtr<IHTMLDocument2>();
+  return Answers() ? com::ComPtr<IHTMLDocument2>(document_.Get()) : com::ComPtr<IHTMLDocument2>();
 }
 
 bool ModalDialogHolder::IsBusy() const {

@@ -4,16 +4,21 @@
 #include <windows.h>
 #include <exdisp.h>
 #include <mshtml.h>
+#include <chrono>
 #include <memory>
 #include <string_view>
 
+#include "com/agile.h"
 #include "com/com_ptr.h"
+#include "session/windows.h"
 
 namespace quillmate {
 
-/// A browser surface: a tab or a dialog. The base class is a surface that is not there and answers so. A
-/// holder never changes after construction; when its browser has gone, its operations fail through their
-/// calls.
+/// How far a tab's page is.
+enum class LoadState { kComplete, kStarting, kBusy };
+
+/// A browser surface: a tab or a dialog. The base class is a surface that is not there and says so. When the
+/// browser has gone, the operations fail through their calls.
 class WindowHolder {
  public:
   WindowHolder() = default;
@@ -29,6 +34,8 @@ class WindowHolder {
   /// dialog).
   virtual HWND GetWindowHandle() const { return nullptr; }
   virtual bool IsBusy() const { return false; }
+  /// @return where a navigation is. A browser that was just told to navigate is not busy yet.
+  virtual LoadState GetLoadState() const { return LoadState::kComplete; }
   /// Makes the surface the visible one of its frame, and the frame the foreground window (maximised).
   virtual bool BringToTop() { return false; }
   virtual bool GoForward() { return false; }
@@ -51,20 +58,34 @@ class WindowHolder {
   /// @return the new tab; null when the browser refused, or showed no new tab within five seconds.
   virtual std::unique_ptr<WindowHolder> OpenTab(std::string_view) { return {}; }
 
-  /// @return the surface's COM object, used to tell whether two holders refer to the same surface; null when
-  /// there is none.
-  virtual IUnknown* Surface() const { return nullptr; }
+  /// Asks the surface's thread whether it takes messages, so that a call to it returns.
+  /// @return kAnswers also when the window behind the surface is not known.
+  Response Ask(std::chrono::milliseconds limit) const;
+  Response Ask() const { return Ask(patience_); }
+  bool Answers() const { return Ask() != Response::kSilent; }
+  /// Whether the last time that the surface was asked it did not answer: what could not be read then may be
+  /// there all the same.
+  bool WasSilent() const { return was_silent_; }
+  /// From now on waits for a busy page as long as a call may take. At first a page is given the short time
+  /// of a search over many.
+  void WaitPatiently();
 
-  /// Whether the surface's thread takes messages, so that a call to it will come back: one message there and
-  /// back. A window that is gone counts as answering, for calls to what was behind it fail at once.
-  bool Answers() const;
+  /// Whether two holders have the same surface, as far as its window tells.
+  bool IsSameSurface(const WindowHolder& other) const {
+    return surface_ != nullptr && surface_ == other.surface_;
+  }
+  bool IsWindowGone() const { return surface_ != nullptr && !IsWindow(surface_); }
 
  protected:
-  /// @param answering the window whose thread answers for the surface; null when it is not known.
-  explicit WindowHolder(HWND answering) : answering_(answering) {}
+  /// @param surface the outermost window that is the surface's alone; null when it is not known. It outlives
+  /// the page's window, which changes with the page's process and kind.
+  explicit WindowHolder(HWND surface) : surface_(surface) {}
+  HWND surface() const { return surface_; }
 
  private:
-  HWND answering_ = nullptr;
+  HWND surface_ = nullptr;
+  std::chrono::milliseconds patience_ = kMessageLimit;
+  mutable bool was_silent_ = false;
 };
 
 /// A tab of an "IEFrame" frame.
@@ -76,9 +97,10 @@ class TabBrowserHolder : public WindowHolder {
   explicit TabBrowserHolder(com::ComPtr<IWebBrowser2> browser);
 
   com::ComPtr<IHTMLDocument2> GetDocument() const override;
-  bool IsValid() const override { return browser_ != nullptr; }
+  bool IsValid() const override { return !browser_.IsNull(); }
   HWND GetWindowHandle() const override;
   bool IsBusy() const override;
+  LoadState GetLoadState() const override;
   bool BringToTop() override;
   bool GoForward() override;
   bool GoBack() override;
@@ -88,17 +110,21 @@ class TabBrowserHolder : public WindowHolder {
   bool IsTab() const override { return true; }
   bool Navigate(std::string_view url) override;
   std::unique_ptr<WindowHolder> OpenTab(std::string_view url) override;
-  IUnknown* Surface() const override { return browser_.Get(); }
 
  protected:
-  /// @return the browser object; null in an invalid holder.
-  IWebBrowser2* browser() const { return browser_.Get(); }
+  /// @return the browser; null when there is none or it does not answer.
+  IWebBrowser2* Reachable() const;
+  /// Closes the whole frame when the surface is its only tab. For a page that does not answer.
+  bool CloseFrameOfLastTab(const wchar_t* tab_class);
 
  private:
-  /// @return the browser, null when there is none or it does not answer.
-  IWebBrowser2* Reachable() const { return browser_ != nullptr && Answers() ? browser_.Get() : nullptr; }
+  /// Makes a call to the browser, and makes it again when the browser object is gone but the tab is not: a
+  /// page that moves to another process gets another browser object.
+  template <class Call>
+  HRESULT CallBrowser(Call call) const;
+  bool FindBrowserAgain() const;
 
-  com::ComPtr<IWebBrowser2> browser_;
+  mutable com::Agile<IWebBrowser2> browser_;
 };
 
 /// A tab of a "Chrome_WidgetWin_1" frame that hosts the Internet Explorer engine.
@@ -122,15 +148,14 @@ class ModalDialogHolder : public WindowHolder {
   explicit ModalDialogHolder(HWND window);
 
   com::ComPtr<IHTMLDocument2> GetDocument() const override;
-  bool IsValid() const override { return document_ != nullptr; }
+  bool IsValid() const override { return !document_.IsNull(); }
   HWND GetWindowHandle() const override { return dialog_window_; }
   bool IsBusy() const override;
   bool BringToTop() override;
   bool CloseTab() override { return CloseWindow(); }
-  IUnknown* Surface() const override { return document_.Get(); }
 
  private:
-  com::ComPtr<IHTMLDocument2> document_;
+  com::Agile<IHTMLDocument2> document_;
   HWND dialog_window_;
 };
 

@@ -3,6 +3,7 @@
 
 #include <windows.h>
 #include <chrono>
+#include <string>
 #include <vector>
 
 namespace quillmate {
@@ -19,11 +20,30 @@ bool SendMessageInTime(HWND window, UINT message, LPARAM parameter = 0, DWORD_PT
 /// @return whether the window's thread takes messages: one message there and back. False for no window.
 bool AnswersInTime(HWND window);
 
+/// What came of the question whether a window's thread takes messages.
+enum class Response {
+  kAnswers,
+  /// It did not answer in time. Its page may compute, wait for a server, or hang.
+  kSilent,
+  /// There is no such window any more.
+  kGone
+};
+
+/// Asks a window's thread whether it takes messages.
+/// @param limit how long it may take. Up to a second it is not waited for a window that is known to hang.
+Response AskWindow(HWND window, std::chrono::milliseconds limit = kMessageLimit);
+
+/// @return a window's text, up to 499 characters, read without asking its process.
+std::wstring ReadWindowText(HWND window);
+
 /// Whether a window's class has exactly this name.
 bool IsWindowOfClass(HWND window, const wchar_t* class_name);
 
 /// @return the direct children of a window that have a class, in Z order.
 std::vector<HWND> ChildrenOfClass(HWND parent, const wchar_t* class_name);
+
+/// @return all top-level windows, in Z order.
+std::vector<HWND> TopLevelWindows();
 
 /// @return the first window of the class under a window, depth first; null when there is none.
 HWND FindDescendantOfClass(HWND parent, const wchar_t* class_name);
@@ -32,8 +52,9 @@ HWND FindDescendantOfClass(HWND parent, const wchar_t* class_name);
 /// @return the first window of the class, null when there is none.
 HWND FindAncestorOfClass(HWND window, const wchar_t* class_name);
 
-/// Shows, restores and maximises a window and makes it the foreground window with the keyboard focus.
-/// @param window the top-level window.
+/// Shows, restores and maximises a top-level window and makes it the foreground window with the keyboard
+/// focus.
+/// @param window the window, or one inside it.
 /// @return false, and nothing is touched, when the window does not respond within a second or there is none;
 /// the steps' own results are not looked at.
 bool BringWindowToFront(HWND window);

@@ -50,7 +50,7 @@ const Row kRows[] = {
     {"select_m", {{"target", "id=s"}, {"value", "index=1"}}, 7},
     {"deselect", {{"target", "id=m"}, {"value", "index=1"}}, 7},
     {"sendkeystoelement", {{"target", "id=i"}, {"value", "v"}}, 5},
-    {"getcontrolinfo", {{"target", "id=i"}}, 18},
+    {"getcontrolinfo", {{"target", "id=i"}}, 17},
     {"gettable", {{"by", "id=t"}}, 24},
     {"selectwindowuntop", {{"target", "title=Faults"}}, 3},
     {"selectframe", {{"target", "relative=top"}}, 1},

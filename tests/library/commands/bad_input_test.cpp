@@ -85,11 +85,15 @@ const std::map<std::string, std::string> kAnswersToNothing = {
 /// These start a browser when they are given nothing.
 bool StartsBrowser(const std::string& command) { return command == "new_browser" || command == "open"; }
 
+std::string ExpectedFailure(const std::string& log) {
+  return "{\n\t\"success\":\tfalse,\n\t\"result\":\t0,\n\t\"log\":\t\"" + log + "\"\n}";
+}
+
 std::string ExpectedEnvelope(const std::string& command) {
   const auto found = kAnswersToNothing.find(command);
   const std::string log = found == kAnswersToNothing.end() ? kElement : found->second;
   if (log.empty()) return "{\n\t\"success\":\ttrue,\n\t\"result\":\ttrue\n}";
-  return "{\n\t\"success\":\tfalse,\n\t\"result\":\t0,\n\t\"log\":\t\"" + log + "\"\n}";
+  return ExpectedFailure(log);
 }
 
 /// Texts that hold no parameter, each in another way.
@@ -213,6 +217,17 @@ TEST(BadInput, LengthsAreBytesOfTheCodePage) {
   for (size_t bytes = text.size(); bytes + width <= 65'535; bytes += width) text += "\xe7\xa1\xae";
   EXPECT_EQ(Call("gettext", {{"target", text}}), Failed("Element not found!"));
   EXPECT_EQ(Call("gettext", {{"target", text + "\xe7\xa1\xae"}}), Failed(kElement));
+}
+
+TEST(BadInput, AParameterTextHasItsLongestLength) {
+  const std::string begin = R"({"target":"id=a","filler":")";
+  const std::string end = "\"}";
+  const auto of_length = [&](size_t length) {
+    return begin + std::string(length - begin.size() - end.size(), 'x') + end;
+  };
+  // One unit longer, every parameter reads as empty.
+  EXPECT_EQ(CallRaw("gettext", of_length(524'279).c_str()), ExpectedFailure("Element not found!"));
+  EXPECT_EQ(CallRaw("gettext", of_length(524'280).c_str()), ExpectedFailure(kElement));
 }
 
 TEST(BadInput, AFailureTakesTheFormerOnesPlace) {

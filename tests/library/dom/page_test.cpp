@@ -195,6 +195,15 @@ TEST_F(Page, TextsOfTheCodePageComeAndGo) {
   EXPECT_EQ(Call("type_m", {{"target", "id=i"}, {"value", text}}), Succeeded());
   EXPECT_EQ(Evaluate(("document.getElementById('i').value + '" + text + "'").c_str()), Answered(ansi + ansi));
   EXPECT_EQ(Evaluate("'\\u0905\\u20ac'"), Answered("?\x80"));
+  // JSON's escapes mean the same as their characters, also the one whose second byte is a backslash.
+  const std::string escaped = GetACP() == 936 ? "\\u8ba2\\u5355\\u8aa0" : "Gr\\u00fc\\u00dfe";
+  const std::string plain = GetACP() == 936 ? "订单誠" : text;
+  for (const std::string& value : {escaped, plain}) {
+    const std::string parameters = R"({"target":"id=i","value":")" + value + R"("})";
+    ASSERT_NE(CallRaw("type_m", parameters.c_str()), nullptr);
+    EXPECT_EQ(Evaluate("document.getElementById('i').value"), Answered(com::ToAnsi(com::FromUtf8(plain))))
+        << value;
+  }
   EXPECT_EQ(Call("selectframe", {{"target", "name=" + text}}), Succeeded());
   EXPECT_EQ(Call("gettext", {{"target", "id=p"}}), Answered("inside"));
 

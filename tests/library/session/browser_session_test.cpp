@@ -201,7 +201,150 @@ TEST_F(BrowserSession, APageThatHangsByItselfFailsWhatIsAsked) {
   EXPECT_EQ(Call("refresh"), Failed("Refresh Fail!"));
   EXPECT_EQ(Select("title=Second page"), Failed("Browser not found!"));
   EXPECT_EQ(Call("quit"), Succeeded());
-  EXPECT_LT(GetTickCount64() - start, 12000U);
+  // Three commands on the selected page that wait for it, a search that does not, and the closing.
+  EXPECT_LT(GetTickCount64() - start, 35000U);
+}
+
+/// Lets the selected page compute for a time, from half a second on.
+void KeepBusy(int ms) {
+  const std::string script = "setTimeout(function () { var end = Date.now() + " + std::to_string(ms) +
+                             "; while (Date.now() < end); }, 500)";
+  ASSERT_TRUE(Call("executescript", {{"value", script}}).success);
+  Sleep(1000);
+}
+
+TEST_F(BrowserSession, CommandsWaitForAPageThatComputes) {
+  const Browser browser(first);
+  const struct {
+    const char* command;
+    Parameters parameters;
+    Envelope answer;
+  } rows[] = {
+      {"gettext", {{"target", "id=p"}}, Answered("one")},
+      {"currenturl", {}, Answered(first)},
+      {"selectwindowsize", {{"target", "700,500"}}, Succeeded()},
+      {"open", {{"target", second}, {"resize-max", "False"}}, Succeeded()},
+  };
+  for (const auto& row : rows) {
+    // The command before may have returned while the page still computed.
+    ASSERT_TRUE(Eventually([] { return Select("title=First") == Succeeded(); }));
+    KeepBusy(3500);
+    EXPECT_EQ(Call(row.command, row.parameters), row.answer) << row.command;
+  }
+  // The search over many windows does not wait so long, and the page-load wait does.
+  ASSERT_EQ(Select("title=Second page"), Succeeded());
+  KeepBusy(4000);
+  EXPECT_EQ(Call("selectwindowuntop", {{"target", "title=Second page"}}), Failed("Browser not found!"));
+  EXPECT_EQ(Call("gettext", {{"target", "id=p"}}), Answered("two"));
+}
+
+// The frame's window is closed without a question to the page.
+TEST_F(BrowserSession, QuitClosesTheFrameOfAPageThatHangs) {
+  for (const Shell shell : {Shell::kClassic, Shell::kHosted}) {
+    SCOPED_TRACE(shell == Shell::kHosted ? "hosted" : "classic");
+    const Browser browser(first, shell);
+    ASSERT_EQ(Select("title=First"), Succeeded());
+    ASSERT_TRUE(Call("executescript", {{"value", "setTimeout(function () { for (;;); }, 0)"}}).success);
+    Sleep(500);
+    EXPECT_EQ(Call("quit"), Succeeded());
+    EXPECT_TRUE(Eventually([&] { return browser.Frame() == nullptr; }));
+  }
+}
+
+TEST_F(BrowserSession, CloseOnAPageThatHangsComesBack) {
+  for (const Shell shell : {Shell::kClassic, Shell::kHosted}) {
+    SCOPED_TRACE(shell == Shell::kHosted ? "hosted" : "classic");
+    const Browser browser(first, shell);
+    ASSERT_EQ(Select("title=First"), Succeeded());
+    ASSERT_TRUE(Call("executescript", {{"value", "setTimeout(function () { for (;;); }, 0)"}}).success);
+    Sleep(500);
+    const ULONGLONG start = GetTickCount64();
+    EXPECT_EQ(Call("close", {{"option", "others"}}), Failed("Close failed!"));
+    EXPECT_EQ(Call("close"), Succeeded());
+    EXPECT_LT(GetTickCount64() - start, 30000U);
+  }
+}
+
+std::string HandleOf(HWND window) { return "handle=" + std::to_string(reinterpret_cast<ULONG_PTR>(window)); }
+
+TEST_F(BrowserSession, EveryWindowOfABrowserNamesItsSurface) {
+  for (const Shell shell : {Shell::kClassic, Shell::kHosted}) {
+    SCOPED_TRACE(shell == Shell::kHosted ? "hosted" : "classic");
+    const Browser browser(first, shell);
+    ASSERT_EQ(Select("title=First"), Succeeded());
+    for (HWND window = browser.Page(); window != nullptr; window = GetAncestor(window, GA_PARENT)) {
+      if (window == GetDesktopWindow()) break;
+      EXPECT_EQ(Select(HandleOf(window)), Succeeded());
+      EXPECT_EQ(Call("currenturl"), Answered(first));
+    }
+  }
+  EXPECT_EQ(Select(HandleOf(GetDesktopWindow())), Failed("Browser not found!"));
+}
+
+TEST_F(BrowserSession, ABrowserStartedForAnAddressItRefusesIsClosed) {
+  {
+    const Browser browser(first);
+    ASSERT_EQ(Select("title=First"), Succeeded());
+    ASSERT_EQ(Call("quit"), Succeeded());
+  }
+  EXPECT_EQ(Call("open", {{"target", ""}}), Failed("Open new tab failed!"));
+  EXPECT_TRUE(Eventually([] { return FindWindowW(L"IEFrame", nullptr) == nullptr; }));
+  EndStartedBrowsers();
+}
+
+// A tab that cannot answer while the tabs are compared is no new one when it can again.
+TEST_F(BrowserSession, ANewTabIsNeverAnOldOneThatWasBusy) {
+  const Browser browser(first);
+  ASSERT_EQ(Select("title=First"), Succeeded());
+  ASSERT_EQ(Call("open", {{"target", second}, {"by", "_blank"}, {"resize-max", "False"}}), Succeeded());
+  ASSERT_EQ(Call("open", {{"target", third}, {"by", "_blank"}, {"resize-max", "False"}}), Succeeded());
+  EXPECT_EQ(Call("currenturl"), Answered(third));
+}
+
+/// A frame as Internet Explorer's, with one tab, in which the pages of other processes can be put.
+class FrameOfOtherPages {
+ public:
+  FrameOfOtherPages() {
+    for (const wchar_t* name : {L"IEFrame", L"Frame Tab"}) {
+      WNDCLASSW window_class = {};
+      window_class.lpfnWndProc = DefWindowProcW;
+      window_class.lpszClassName = name;
+      RegisterClassW(&window_class);
+    }
+    frame_ = CreateWindowW(L"IEFrame", L"frame", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 0, 0, 600, 400, nullptr,
+                           nullptr, nullptr, nullptr);
+    tab_ = CreateWindowW(L"Frame Tab", L"", WS_CHILD | WS_VISIBLE, 0, 0, 500, 300, frame_, nullptr, nullptr,
+                         nullptr);
+  }
+  FrameOfOtherPages(const FrameOfOtherPages&) = delete;
+  FrameOfOtherPages& operator=(const FrameOfOtherPages&) = delete;
+  ~FrameOfOtherPages() { DestroyWindow(frame_); }
+
+  HWND tab() const { return tab_; }
+  void Take(const Browser& browser) const {
+    SetParent(FindWindowExW(FindWindowExW(browser.Frame(), nullptr, L"Frame Tab", nullptr), nullptr,
+                            L"TabWindowClass", nullptr),
+              tab_);
+  }
+
+ private:
+  HWND frame_;
+  HWND tab_;
+};
+
+// A page that moves to another process gets a new browser object behind the same tab.
+TEST_F(BrowserSession, ATabIsFoundAgainWhenItsProcessIsReplaced) {
+  const FrameOfOtherPages frame;
+  Browser before(first);
+  const Browser after(second);
+  frame.Take(before);
+  ASSERT_EQ(Select(HandleOf(frame.tab())), Succeeded());
+  ASSERT_EQ(Call("gettext", {{"target", "id=p"}}), Answered("one"));
+  before.Kill();
+  frame.Take(after);
+  EXPECT_EQ(Call("gettext", {{"target", "id=p"}}), Answered("two"));
+  EXPECT_EQ(Call("currenturl"), Answered(second));
+  EXPECT_EQ(Call("back"), Failed("Go back Fail!"));
 }
 
 // Whatever was asked when the browser died, an answer comes soon, and a new browser is as good as the old
