@@ -10,7 +10,8 @@ namespace {
 
 /// A browser that is there but gave no document was not asked, or did not answer.
 PageMissing WhyMissing(const WindowHolder& holder) {
-  return holder.Answers() && holder.GetWindowHandle() == nullptr ? PageMissing::kGone : PageMissing::kSilent;
+  return !holder.WasSilent() && holder.GetWindowHandle() == nullptr ? PageMissing::kGone
+                                                                    : PageMissing::kSilent;
 }
 
 }  // namespace
