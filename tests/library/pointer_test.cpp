@@ -139,7 +139,7 @@ TEST_F(Pointer, TheNextCommandFindsTheInputTaken) {
       {"sendkeys", {{"target", "id=field"}, {"value", "x"}}, "keyup"},
       {"movetoelement", {{"target", "id=field"}}, "mousemove"},
   };
-  for (int round = 0; round < 4; ++round) {
+  for (int round = 0; round < 2; ++round) {
     for (const auto& row : rows) {
       Script("seen = []; 0");
       ASSERT_EQ(Call(row.command, row.parameters), Succeeded());
@@ -386,13 +386,14 @@ TEST_F(Pointer, RefusedCallsGiveTheCommandsOwnMessages) {
       {"release", {{"target", "id=box"}}, {absent, tab, unseen}},
       {"doubleclick", {{"target", "id=box"}}, {absent, tab, unseen}},
       {"rightclick", {{"target", "id=box"}}, {absent, tab, unseen}},
-      {"movetoelement", {{"target", "id=box"}}, {absent, tab, unseen}},
+      // Measured again after a scroll, these two stand one refusal.
+      {"movetoelement", {{"target", "id=box"}}, {absent, tab}},
+      {"getelementpos", {{"target", "id=box"}, {"area", "center"}}, {absent}},
       {"movetoelementwithoffset", {{"target", "id=box"}, {"value", "1,1"}}, {absent, tab, unseen}},
       {"draganddrop", {{"target", "id=box"}, {"value", "id=box"}}, {absent, tab, drag}},
       {"draganddropbyoffset", {{"target", "id=box"}, {"value", "9,9"}}, {absent, tab, unseen}},
       {"sendkeys", {{"target", "id=field"}, {"value", "x"}}, {absent, tab}},
       {"scrollintoview", {{"target", "id=box"}}, {absent, tab, "Scroll into view failed!"}},
-      {"getelementpos", {{"target", "id=box"}, {"area", "center"}}, {absent, "Get elementpos failed!"}},
       {"scroll", {{"value", "0,1"}}, {"Frame not found!", "Scroll failed!"}},
       {"scrollto", {{"value", "0,1"}, {"target", "id=pane"}}, {"Frame not found!", absent, "Scroll failed!"}},
       {"selectframe", {{"target", "index=0"}}, {"Frame not found!", "Can't find frame by index=0"}},
