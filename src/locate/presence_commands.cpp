@@ -50,8 +50,10 @@ Result WaitUntil(Session& session, Presence wanted, const CommandParams& params,
   auto page = WalkFrames(session);
   if (!page && page.error() == PageMissing::kGone) return Fail(messages::kFrameNotFound);
   for (int attempt = 0; attempt < kWaitAttempts; ++attempt) {
-    if (attempt > 0) page = WalkFrames(session);
-    if (Look(FindElement(session, page, *target), check_type) == wanted) return Done();
+    // Asked briefly, a page that hangs does not make ten looks take a minute.
+    const bool answers = attempt == 0 || AskTarget(session, kWaitInterval) != Response::kSilent;
+    if (attempt > 0 && answers) page = WalkFrames(session);
+    if (answers && Look(FindElement(session, page, *target), check_type) == wanted) return Done();
     com::Pause(kWaitInterval);
   }
   return {false, false, failure};
