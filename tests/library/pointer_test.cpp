@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "support/call_filter.h"
+#include "support/import_hook.h"
 #include "support/page_test.h"
 
 namespace quillmate::test {
@@ -279,51 +280,10 @@ TEST_F(Pointer, MovesToAnElementThatMustBeScrolledIntoView) {
 BOOL WINAPI RefuseSetCursorPos(int, int) { return FALSE; }
 BOOL WINAPI RefuseGetCursorPos(POINT*) { return FALSE; }
 
-/// Makes the library's calls of a system function go to another one while it lives.
-class CursorRefusal {
- public:
-  template <class Function>
-  CursorRefusal(const char* name, Function* function) : import_(FindImport(name)) {
-    if (import_ != nullptr) original_ = Put(reinterpret_cast<ULONG_PTR>(function));
-  }
-  ~CursorRefusal() {
-    if (import_ != nullptr) Put(original_);
-  }
-  bool IsInForce() const { return import_ != nullptr; }
-
- private:
-  static IMAGE_THUNK_DATA* FindImport(std::string_view name) {
-    auto* base = reinterpret_cast<BYTE*>(GetModuleHandleW(L"quillmate.dll"));
-    const auto* headers =
-        reinterpret_cast<IMAGE_NT_HEADERS*>(base + reinterpret_cast<IMAGE_DOS_HEADER*>(base)->e_lfanew);
-    const DWORD place = headers->OptionalHeader.DataDirectory[IMAGE_DIRECTORY_ENTRY_IMPORT].VirtualAddress;
-    for (auto* module = reinterpret_cast<IMAGE_IMPORT_DESCRIPTOR*>(base + place); module->Name != 0;
-         ++module) {
-      const auto* names = reinterpret_cast<IMAGE_THUNK_DATA*>(base + module->OriginalFirstThunk);
-      auto* addresses = reinterpret_cast<IMAGE_THUNK_DATA*>(base + module->FirstThunk);
-      for (; names->u1.AddressOfData != 0; ++names, ++addresses) {
-        const auto* import = reinterpret_cast<IMAGE_IMPORT_BY_NAME*>(base + names->u1.AddressOfData);
-        if (std::string_view(import->Name) == name) return addresses;
-      }
-    }
-    return nullptr;
-  }
-  ULONG_PTR Put(ULONG_PTR function) {
-    DWORD protection = 0;
-    VirtualProtect(import_, sizeof *import_, PAGE_READWRITE, &protection);
-    const ULONG_PTR previous = std::exchange(import_->u1.Function, function);
-    VirtualProtect(import_, sizeof *import_, protection, &protection);
-    return previous;
-  }
-
-  IMAGE_THUNK_DATA* import_;
-  ULONG_PTR original_ = 0;
-};
-
 // The click's message is another command's, and hosts know it so.
 TEST_F(Pointer, ACursorThatCannotBePlacedFailsBeforeAnyButton) {
   Show(kStandards + kBox + "red'></div>");
-  const CursorRefusal refusal("SetCursorPos", RefuseSetCursorPos);
+  const ImportHook refusal("SetCursorPos", RefuseSetCursorPos);
   ASSERT_TRUE(refusal.IsInForce());
   const struct {
     const char* command;
@@ -346,7 +306,7 @@ TEST_F(Pointer, ACursorThatCannotBePlacedFailsBeforeAnyButton) {
 
 TEST_F(Pointer, AMoveFromAnUnknownPlaceFails) {
   Show(kStandards + kBox + "red'></div>");
-  const CursorRefusal refusal("GetCursorPos", RefuseGetCursorPos);
+  const ImportHook refusal("GetCursorPos", RefuseGetCursorPos);
   ASSERT_TRUE(refusal.IsInForce());
   EXPECT_EQ(Call("movebyoffset", {{"value", "3,4"}}), Failed("Get cursor pos failed!"));
   EXPECT_EQ(Call("move", {{"value", "3,4"}}), Failed("Get cursor pos failed!"));

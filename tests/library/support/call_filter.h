@@ -1,18 +1,24 @@
-// The test browser's own count of the calls that reach it, and its refusals.
+// The test browser's count of the calls that reach it, and its refusals.
 #pragma once
 
 #include <windows.h>
 
 namespace quillmate::test {
 
+/// Steers the filter of the browser that shows a page. The requests are those of the browser's
+/// shell/call_filter.h.
 class CallFilter {
  public:
-  /// @param page any page window of the browser.
   explicit CallFilter(HWND page) : page_(page) {}
+  /// Begins to count anew and refuses nothing.
   void Reset() const { Send(0, 0); }
+  /// Calls since the reset; releases and COM's own calls are left out.
   LRESULT Calls() const { return Send(1, 0); }
   /// Refuses the call at a position from now on, counted from 1.
   void Refuse(int position) const { Send(2, position); }
+  /// Refuses that call and every later one.
+  void RefuseFrom(int position) const { Send(3, position); }
+  /// How many calls were refused since the reset.
   LRESULT Refused() const { return Send(6, 0); }
 
  private:
@@ -20,6 +26,7 @@ class CallFilter {
     static const UINT message = RegisterWindowMessageW(L"testbrowser call filter");
     return SendMessageW(page_, message, request, argument);
   }
+
   HWND page_;
 };
 

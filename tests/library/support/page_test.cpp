@@ -74,12 +74,25 @@ void PageTest::Show(const std::string& html) {
 }
 
 std::string PageTest::Script(const std::string& script) {
-  // On a busy machine a script may take longer than the command waits for it.
   Envelope answer = StillRunning();
   for (int round = 0; round < 10 && answer == StillRunning(); ++round) {
+    const ULONGLONG begin = GetTickCount64();
     answer = Call("executescript", {{"value", script}});
+    if (answer == StillRunning()) {
+      EXPECT_GE(GetTickCount64() - begin, 900u) << "given up too early";
+    }
   }
   return TextOf(answer);
+}
+
+bool PageTest::AwaitBox() {
+  for (int round = 0; round < 200; ++round) {
+    for (HWND box = nullptr; (box = FindWindowExW(nullptr, box, L"#32770", nullptr)) != nullptr;) {
+      if (GetWindow(box, GW_OWNER) == TheBrowser().Frame() && IsWindowVisible(box)) return true;
+    }
+    Sleep(25);
+  }
+  return false;
 }
 
 std::vector<PageEvent> PageTest::Events() {

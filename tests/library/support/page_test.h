@@ -38,8 +38,8 @@ class PageTest : public testing::Test {
   /// Shows a page and selects it. A page that begins with "<" is given its standards doctype.
   static void Show(const std::string& html);
 
-  /// Evaluates a script in the current frame, again when it does not come back in time: it must stand being
-  /// run twice. @return its value as text.
+  /// Evaluates a script in the current frame, again when a loaded machine keeps it longer than the command
+  /// waits: it must stand being run twice. @return its value as text.
   static std::string Script(const std::string& script);
 
   /// The events recorded so far by the current frame's page, which must hold kRecorder.
@@ -47,6 +47,9 @@ class PageTest : public testing::Test {
 
   /// The same once an event of a type was recorded, or after three seconds.
   static std::vector<PageEvent> EventsUntil(const std::string& type);
+
+  /// Waits until a message box of the shared browser is open. @return false when none opens within seconds.
+  static bool AwaitBox();
 
   /// @return the text of a text answer, unescaped.
   static std::string TextOf(const Envelope& envelope);
