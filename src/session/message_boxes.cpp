@@ -3,7 +3,6 @@
 #include <windows.h>
 #include <algorithm>
 #include <array>
-#include <cwchar>
 #include <iterator>
 #include <string_view>
 
@@ -30,15 +29,24 @@ constexpr ButtonLabels kCancelLabels{{"cancel", "Cancel", "CANCEL", "\xE9\x8D\x9
 struct BoxSearch {
   const ButtonLabels& labels;
   const std::string* text;
+  /// A button with the label was found, which ends the search.
+  bool matched = false;
   bool pressed = false;
 };
 
+/// The window's text as the desktop holds it. Unlike GetWindowText it sends no message to a window of this
+/// process, whose thread may be waiting for the command.
+std::wstring TextOf(HWND window) {
+  wchar_t text[kTextCapacity] = L"";
+  const int length = InternalGetWindowText(window, text, kTextCapacity);
+  return {text, static_cast<size_t>(length > 0 ? length : 0)};
+}
+
 std::string NarrowText(HWND window) {
-  wchar_t wide[kTextCapacity] = L"";
-  const int length = GetWindowTextW(window, wide, kTextCapacity);
+  const std::wstring wide = TextOf(window);
   char narrow[kTextCapacity * 4];
-  const int bytes =
-      WideCharToMultiByte(CP_THREAD_ACP, 0, wide, length, narrow, sizeof narrow, nullptr, nullptr);
+  const int bytes = WideCharToMultiByte(CP_THREAD_ACP, 0, wide.data(), static_cast<int>(wide.size()), narrow,
+                                        sizeof narrow, nullptr, nullptr);
   return std::string(narrow, static_cast<size_t>(bytes));
 }
 
@@ -52,37 +60,86 @@ BOOL CALLBACK FillEdit(HWND child, LPARAM parameter) {
   return TRUE;
 }
 
+enum class Delivery { kHandled, kLate, kFailed };
+
+/// Sends a message and waits a second for its result. One that is late has arrived all the same.
+Delivery Deliver(HWND window, UINT message) {
+  constexpr UINT kWaitMs = 1000;
+  if (SendMessageTimeoutW(window, message, 0, 0, SMTO_NORMAL, kWaitMs, nullptr) != 0)
+    return Delivery::kHandled;
+  return GetLastError() == ERROR_TIMEOUT ? Delivery::kLate : Delivery::kFailed;
+}
+
+/// Presses and releases a button. A thread that is busy with the press takes the release after it, so that
+/// the button does not stay half pressed.
+bool Press(HWND button) {
+  switch (Deliver(button, WM_LBUTTONDOWN)) {
+    case Delivery::kHandled:
+      return Deliver(button, WM_LBUTTONUP) != Delivery::kFailed;
+    case Delivery::kLate:
+      return SendNotifyMessageW(button, WM_LBUTTONUP, 0, 0) != FALSE;
+    case Delivery::kFailed:
+      break;
+  }
+  return false;
+}
+
 BOOL CALLBACK PressLabelled(HWND child, LPARAM parameter) {
   auto& search = *reinterpret_cast<BoxSearch*>(parameter);
   if (!IsLabelled(child, search.labels)) return TRUE;
-  search.pressed = SendMessageInTime(child, WM_LBUTTONDOWN) && SendMessageInTime(child, WM_LBUTTONUP);
-  return !search.pressed;
+  search.matched = true;
+  search.pressed = Press(child);
+  return FALSE;
 }
 
 bool IsBrowserBox(HWND window) {
+  if (!IsWindowVisible(window)) return false;
   HWND owner = GetParent(window);
-  wchar_t title[kTextCapacity] = L"";
-  if (owner == nullptr) return false;
-  GetWindowTextW(owner, title, kTextCapacity);
-  return std::wcsstr(title, L"Internet Explorer") != nullptr && IsWindowVisible(window);
+  return owner != nullptr && TextOf(owner).contains(L"Internet Explorer");
 }
 
-void LogTitle(HWND box) {
-  wchar_t title[kTextCapacity] = L"";
-  GetWindowTextW(box, title, kTextCapacity);
-  OutputDebugStringW(title);
+/// A prompt has a label above its text, so the last static control that is not empty holds what the page
+/// said.
+BOOL CALLBACK TakeStaticText(HWND child, LPARAM parameter) {
+  if (!IsWindowOfClass(child, L"Static")) return TRUE;
+  if (std::wstring text = TextOf(child); !text.empty()) *reinterpret_cast<std::wstring*>(parameter) = text;
+  return TRUE;
+}
+
+OpenBox Read(HWND box) {
+  OpenBox result{TextOf(box), {}};
+  EnumChildWindows(box, TakeStaticText, reinterpret_cast<LPARAM>(&result.text));
+  return result;
+}
+
+void Log(const OpenBox& box) {
+  OutputDebugStringW(box.title.c_str());
   OutputDebugStringA("\r\n");
+  if (!box.text.empty()) OutputDebugStringW((box.text + L"\r\n").c_str());
+}
+
+struct BoxLookup {
+  HWND owner;
+  HWND found = nullptr;
+};
+
+BOOL CALLBACK TakeBox(HWND window, LPARAM parameter) {
+  auto& lookup = *reinterpret_cast<BoxLookup*>(parameter);
+  const bool is_box = IsWindowOfClass(window, L"#32770") && IsWindowVisible(window) &&
+                      (lookup.owner != nullptr ? GetParent(window) == lookup.owner : IsBrowserBox(window));
+  if (is_box) lookup.found = window;
+  return !is_box;
 }
 
 BOOL CALLBACK AnswerBox(HWND window, LPARAM parameter) {
   auto& search = *reinterpret_cast<BoxSearch*>(parameter);
   if (!IsBrowserBox(window)) return TRUE;
-  LogTitle(window);
+  Log(Read(window));
   if (search.text != nullptr) {
     EnumChildWindows(window, FillEdit, reinterpret_cast<LPARAM>(search.text->c_str()));
   }
   EnumChildWindows(window, PressLabelled, parameter);
-  return !search.pressed;
+  return !search.matched;
 }
 
 bool Answer(const ButtonLabels& labels, const std::string* text) {
@@ -92,6 +149,13 @@ bool Answer(const ButtonLabels& labels, const std::string* text) {
 }
 
 }  // namespace
+
+std::optional<OpenBox> FindMessageBox(HWND owner) {
+  BoxLookup lookup{owner};
+  EnumWindows(TakeBox, reinterpret_cast<LPARAM>(&lookup));
+  if (lookup.found == nullptr) return std::nullopt;
+  return Read(lookup.found);
+}
 
 bool AcceptMessageBox(const std::string* text) { return Answer(kOkLabels, text); }
 bool CancelMessageBox() { return Answer(kCancelLabels, nullptr); }
