@@ -1,19 +1,29 @@
+// The worker thread and the promise through which it hands back what happened.
+//
+// No command keeps an object of a page that its call may block. Releasing a proxy is itself a call to the
+// page, and one that runs an endless script or shows a dialog would hold the command up behind its back. So
+// the caller's reference moves into the marshalling stream and is released before the worker starts, while
+// the page still responds; from then on the worker owns the only one, and releases it in its own apartment
+// when the call has returned, however late that is. Nothing has to be set aside for a page that does not
+// respond, and nothing has to be released later on some other thread, whose apartment the proxy would not
+// belong to.
 #include "com/worker.h"
 
 #include <atomic>
 #include <cstdint>
 #include <ctime>
-#include <future>
 #include <thread>
 
 #include "com/apartment.h"
+#include "com/busy_retry.h"
 #include "com/library_lifetime.h"
-#include "com/thread_objects.h"
 
 namespace quillmate::com {
 namespace {
 
 constexpr std::int32_t kNobodyWaits = 0;
+/// As long as a command's own thread retries.
+constexpr std::chrono::seconds kBusyLimit(5);
 
 // Start time, in seconds, of the call being waited for. A worker whose token differs has been abandoned. Two
 // calls of one second share a token, which is harmless: nobody reads the earlier one's promise any more.
@@ -26,13 +36,12 @@ struct Work {
   std::function<void(IUnknown*)> call;
   std::promise<void> promise;
   std::int32_t token = kNobodyWaits;
-  /// Set when the worker is through: its page answers again, or is gone.
-  std::shared_ptr<std::atomic<bool>> ended = std::make_shared<std::atomic<bool>>(false);
 
+  /// A stream that no thread came to read still holds a reference.
   ~Work() {
-    // A stream that nobody took over still holds its object.
-    if (stream != nullptr) CoReleaseMarshalData(stream.Get());
-    *ended = true;
+    if (stream == nullptr) return;
+    stream->Seek({}, STREAM_SEEK_SET, nullptr);
+    CoReleaseMarshalData(stream.Get());
   }
 
   bool IsAwaited() const { return token == call_token; }
@@ -49,13 +58,15 @@ ComPtr<IUnknown> Unmarshal(Work& work) {
 
 void RunInOwnApartment(Work& work) {
   const Apartment apartment;
+  const BusyRetry retry(kBusyLimit);
   const auto object = Unmarshal(work);
   if (!work.IsAwaited()) return;
   work.call(object.Get());
   if (work.IsAwaited()) work.promise.set_value();
 }
 
-/// The one place where a worker's exceptions end. A command that still waits gets them through the promise.
+/// The one place where a worker's exceptions end: the command, if it still waits, hears of it through the
+/// promise.
 void RunWorker(std::unique_ptr<Work> work) {
   try {
     RunInOwnApartment(*work);
@@ -66,27 +77,32 @@ void RunWorker(std::unique_ptr<Work> work) {
 
 }  // namespace
 
-bool RunOnWorker(ComPtr<IUnknown> object, REFIID iid, std::function<void(IUnknown*)> call,
-                 std::chrono::milliseconds wait) {
+WorkerCall::WorkerCall(ComPtr<IUnknown> object, REFIID iid, std::function<void(IUnknown*)> call) {
   auto work = std::make_unique<Work>();
-  // Without a stream the worker has no object, and answers so.
+  // Without a stream the worker has no object, and says so.
   if (object != nullptr) CoMarshalInterThreadInterfaceInStream(iid, object.Get(), &work->stream);
+  object.Reset();
   work->iid = iid;
   work->call = std::move(call);
   work->token = static_cast<std::int32_t>(std::time(nullptr));
   call_token = work->token;
-  auto answer = work->promise.get_future();
-  const auto ended = work->ended;
+  answer_ = work->promise.get_future();
+  // The worker may outlive the host's use of the library.
   KeepLibraryLoaded();
   std::thread(RunWorker, std::move(work)).detach();
+}
 
-  if (answer.wait_for(wait) != std::future_status::ready) {
-    call_token = kNobodyWaits;
-    if (object != nullptr) ParkThreadObject(std::move(object), ended);
-    return false;
-  }
-  answer.get();
+WorkerCall::~WorkerCall() { call_token = kNobodyWaits; }
+
+bool WorkerCall::HasReturnedWithin(std::chrono::milliseconds wait) {
+  if (answer_.wait_for(wait) != std::future_status::ready) return false;
+  answer_.get();
   return true;
+}
+
+bool RunInTime(std::function<void()> job, std::chrono::milliseconds wait) {
+  WorkerCall call(nullptr, IID_NULL, [job = std::move(job)](IUnknown*) { job(); });
+  return call.HasReturnedWithin(wait);
 }
 
 }  // namespace quillmate::com

@@ -6,6 +6,7 @@
 #include <objbase.h>
 #include <chrono>
 #include <functional>
+#include <future>
 #include <memory>
 #include <optional>
 #include <type_traits>
@@ -15,36 +16,61 @@
 
 namespace quillmate::com {
 
-/// See CallOnWorker.
-/// @param call given the object as the worker's apartment has it, of the type `iid`; null when it could not
-/// be brought there.
-/// @return whether the call came back in time.
-bool RunOnWorker(ComPtr<IUnknown> object, REFIID iid, std::function<void(IUnknown*)> call,
-                 std::chrono::milliseconds wait);
+/// A call on a worker thread, for which the caller waits in one step or several. Destroyed before the call
+/// has returned, it is abandoned: the call goes on unwatched, and what it returns is dropped.
+class WorkerCall {
+ public:
+  /// @param object moved in and released before the call begins, so that the caller has nothing to release on
+  /// a page that hangs.
+  /// @param call given the object as the worker's apartment has it, of the type `iid`; null when it could not
+  /// be brought there.
+  WorkerCall(ComPtr<IUnknown> object, REFIID iid, std::function<void(IUnknown*)> call);
+  WorkerCall(const WorkerCall&) = delete;
+  WorkerCall& operator=(const WorkerCall&) = delete;
+  ~WorkerCall();
 
-/// Makes a call on an object on a worker thread.
-/// @param object moved in, so that the caller is left with nothing to release on a page that hangs.
-/// @param wait how long the caller waits; the call itself goes on after that, unwatched.
-/// @param call `R call(T*)`; its argument is null when the object could not be brought to the worker. It owns
-/// what it needs: it may outlive the caller. What it throws, the caller gets.
-/// @return what the call returned; nothing when it did not come back in time.
+  /// Waits at most this long. What the call threw, the caller gets, once.
+  /// @return whether the call has returned.
+  bool HasReturnedWithin(std::chrono::milliseconds wait);
+
+ private:
+  std::future<void> answer_;
+};
+
+/// A worker call that returns a value.
+template <class T, class Call>
+class WorkerCallFor {
+ public:
+  using Value = std::invoke_result_t<Call, T*>;
+
+  /// @param call `Value call(T*)`; its argument is null when the object could not be brought to the worker.
+  /// It owns what it needs: it may outlive the caller.
+  WorkerCallFor(ComPtr<T> object, Call call)
+      : call_(std::move(object), __uuidof(T), [value = value_, call = std::move(call)](IUnknown* crossed) {
+          *value = call(static_cast<T*>(crossed));
+        }) {}
+
+  /// @return what the call returned, once; nothing when it has not returned in time.
+  std::optional<Value> WaitFor(std::chrono::milliseconds wait) {
+    if (!call_.HasReturnedWithin(wait)) return std::nullopt;
+    return std::move(*value_);
+  }
+
+ private:
+  std::shared_ptr<Value> value_ = std::make_shared<Value>();
+  WorkerCall call_;
+};
+
+/// Makes a call on an object on a worker thread and waits for it.
+/// @return what the call returned; nothing when it did not return in time.
 template <class T, class Call>
 std::optional<std::invoke_result_t<Call, T*>> CallOnWorker(ComPtr<T> object, std::chrono::milliseconds wait,
                                                            Call call) {
-  auto value = std::make_shared<std::invoke_result_t<Call, T*>>();
-  const auto store = [value, call = std::move(call)](IUnknown* crossed) {
-    *value = call(static_cast<T*>(crossed));
-  };
-  if (!RunOnWorker(std::move(object), __uuidof(T), store, wait)) return std::nullopt;
-  return std::move(*value);
+  return WorkerCallFor<T, Call>(std::move(object), std::move(call)).WaitFor(wait);
 }
 
-/// Makes calls that need no object on a worker thread.
-/// @param call owns what it needs: it may outlive the caller.
-/// @return whether it came back in time.
-inline bool RunInTime(std::function<void()> call, std::chrono::milliseconds wait) {
-  return RunOnWorker(
-      {}, __uuidof(IUnknown), [call = std::move(call)](IUnknown*) { call(); }, wait);
-}
+/// Does something on a worker thread and waits for it, at most this long; after that it goes on unwatched.
+/// @param job owns what it needs. @return whether it ended in time.
+bool RunInTime(std::function<void()> job, std::chrono::milliseconds wait);
 
 }  // namespace quillmate::com

@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "api/messages.h"
+#include "com/call_failure.h"
 #include "com/com_ptr.h"
 #include "com/worker.h"
 #include "input/input_taken.h"
@@ -19,14 +20,18 @@ constexpr std::chrono::seconds kFocusWait(3);
 
 /// The page's focus handlers run after focus() has returned, when the page's thread next takes messages. A
 /// further call comes behind them; from inside a box that one of them shows it is answered as well.
-/// @return false when no answer comes: the keys would pile up.
+/// @return false when no answer comes, or the page has not had the call: the keys would pile up, or reach
+/// whatever else has the focus. A page that had the call may refuse the focus.
 bool GiveFocus(com::ComPtr<IHTMLElement2> element) {
   const auto focus = [](IHTMLElement2* focused) {
+    if (focused == nullptr) return RPC_E_FAULT;
+    const HRESULT given = focused->focus();
     LONG ignored = 0;
-    if (focused == nullptr || FAILED(focused->focus())) return E_FAIL;
-    return focused->get_clientLeft(&ignored);
+    if (SUCCEEDED(given)) focused->get_clientLeft(&ignored);
+    return given;
   };
-  return com::CallOnWorker(std::move(element), kFocusWait, focus).has_value();
+  const auto result = com::CallOnWorker(std::move(element), kFocusWait, focus);
+  return result && !com::FailedInTransit(*result);
 }
 
 /// A box or dialog disables the window that it belongs to, and takes the keys.

@@ -1,7 +1,9 @@
 // The commands that choose an option of a drop-down list, or take the choice back.
 #include <charconv>
 #include <limits>
+#include <optional>
 #include <string>
+#include <utility>
 
 #include "api/messages.h"
 #include "com/encoding.h"
@@ -36,14 +38,18 @@ OptionSelector ParseOptionSelector(std::string_view selector) {
 }
 
 /// The list that a target stands for: itself, or the list around an option.
-OrFailure<com::ComPtr<IHTMLSelectElement>> FindList(com::ComPtr<IHTMLElement> element) {
+/// @param unreadable the message when the page refuses a call.
+OrFailure<com::ComPtr<IHTMLSelectElement>> FindList(com::ComPtr<IHTMLElement> element,
+                                                    const char* unreadable) {
   com::Bstr tag;
   if (FAILED(element->get_tagName(tag.put()))) return Failed(messages::kGetTagNameFailed);
   if (tag.view() != L"SELECT" && tag.view() != L"OPTION") return Failed(messages::kNotDropdownMenuElement);
   while (element != nullptr) {
-    if (auto list = com::Query<IHTMLSelectElement>(element)) return list;
+    com::ComPtr<IHTMLSelectElement> list;
+    const HRESULT result = element.As(&list);
+    if (SUCCEEDED(result)) return list;
     com::ComPtr<IHTMLElement> parent;
-    element->get_parentElement(&parent);
+    if (result != E_NOINTERFACE || FAILED(element->get_parentElement(&parent))) return Failed(unreadable);
     element = std::move(parent);
   }
   return Failed(messages::kNotDropdownMenuElement);
@@ -56,11 +62,13 @@ Option OptionAt(IHTMLSelectElement* list, LONG index) {
   return com::Query<IHTMLOptionElement>(item);
 }
 
-bool Matches(IHTMLOptionElement* option, const OptionSelector& selector) {
+/// @return nothing when the option cannot be read.
+std::optional<bool> Matches(IHTMLOptionElement* option, const OptionSelector& selector) {
   com::Bstr text;
   const bool by_value = selector.key == OptionSelector::Key::kValue;
   const HRESULT read = by_value ? option->get_value(text.put()) : option->get_text(text.put());
-  return SUCCEEDED(read) && com::ToAnsi(text.view()) == selector.text;
+  if (FAILED(read)) return std::nullopt;
+  return com::ToAnsi(text.view()) == selector.text;
 }
 
 /// @param unreadable the message when the list cannot be read.
@@ -72,36 +80,47 @@ OrFailure<Option> FindOption(IHTMLSelectElement* list, const OptionSelector& sel
   const bool by_index = selector.key == OptionSelector::Key::kIndex;
   for (LONG i = by_index ? selector.index : 0; i < count; ++i) {
     auto option = OptionAt(list, i);
-    if (option == nullptr) return Failed(unreadable);
-    if (by_index || Matches(option.Get(), selector)) return option;
+    const auto matches = option == nullptr || by_index ? true : Matches(option.Get(), selector);
+    if (option == nullptr || !matches) return Failed(unreadable);
+    if (*matches) return option;
   }
   return Failed(messages::kTargetOptionNotFound);
 }
 
-bool IsSelected(IHTMLOptionElement* option) {
+/// @return nothing when the page refuses the call.
+std::optional<bool> IsSelected(IHTMLOptionElement* option) {
   VARIANT_BOOL selected = VARIANT_FALSE;
-  return SUCCEEDED(option->get_selected(&selected)) && selected != VARIANT_FALSE;
+  if (FAILED(option->get_selected(&selected))) return std::nullopt;
+  return selected != VARIANT_FALSE;
 }
 
-/// Sets an option's selection. The page hears of it only when the selection really changes: a drop-down may
-/// refuse to be without one.
-/// @param failure the message when the page refuses the call.
-Result ChangeSelection(IHTMLSelectElement* list, IHTMLOptionElement* option, bool selected,
-                       const char* failure) {
-  if (IsSelected(option) == selected) return Done();
-  if (FAILED(option->put_selected(selected ? VARIANT_TRUE : VARIANT_FALSE))) return Fail(failure);
-  if (IsSelected(option) == selected) RaiseChangeOnWorker(com::Query<IHTMLElement>(list));
-  return Done();
+/// Sets an option's selection.
+/// @return whether the selection changed, as far as is known: a drop-down may refuse to be without one.
+/// Nothing when the page refuses a call before that.
+std::optional<bool> SetSelected(IHTMLOptionElement* option, bool selected) {
+  const auto before = IsSelected(option);
+  if (!before) return std::nullopt;
+  if (*before == selected) return false;
+  if (FAILED(option->put_selected(selected ? VARIANT_TRUE : VARIANT_FALSE))) return std::nullopt;
+  return IsSelected(option).value_or(selected) == selected;
 }
 
-/// The steps that both commands share once the element is there.
-Result ChangeOption(const com::ComPtr<IHTMLElement>& element, std::string_view selector, bool selected,
+/// The steps that both commands share once the element is there. The page hears of a real change only.
+/// @param failure the message when the page refuses a call.
+Result ChangeOption(com::ComPtr<IHTMLElement> element, std::string_view selector, bool selected,
                     const char* failure) {
-  const auto list = FindList(element);
+  auto list = FindList(std::move(element), failure);
   if (!list) return list.error();
-  const auto option = FindOption(list->Get(), ParseOptionSelector(selector), failure);
+  auto option = FindOption(list->Get(), ParseOptionSelector(selector), failure);
   if (!option) return option.error();
-  return ChangeSelection(list->Get(), option->Get(), selected, failure);
+  const auto changed = SetSelected(option->Get(), selected);
+  if (!changed) return Fail(failure);
+  if (!*changed) return Done();
+  auto target = com::Query<IHTMLElement>(*list);
+  // Released while the page still responds: its change handlers may never return.
+  option->Reset();
+  list->Reset();
+  return RaiseChangeOnWorker(std::move(target)) ? Done() : Fail(failure);
 }
 
 }  // namespace
@@ -112,9 +131,9 @@ Result Select(Session& session, const CommandParams& params) {
   const std::string selector = params.Get("value");
   if (!IsOptionSelector(selector)) return Fail(messages::kInvalidOption);
   if (GetFrameDocument(session) == nullptr) return Fail(messages::kFrameNotFound);
-  const auto element = FindElement(session, *target);
+  auto element = FindElement(session, *target);
   if (!element) return element.error();
-  return ChangeOption(*element, selector, true, messages::kGetOptionFailed);
+  return ChangeOption(std::move(*element), selector, true, messages::kGetOptionFailed);
 }
 
 Result Deselect(Session& session, const CommandParams& params) {
@@ -122,11 +141,11 @@ Result Deselect(Session& session, const CommandParams& params) {
   if (!target) return target.error();
   // The element comes before the check of "value" here, unlike in Select.
   if (GetFrameDocument(session) == nullptr) return Fail(messages::kFrameNotFound);
-  const auto element = FindElement(session, *target);
+  auto element = FindElement(session, *target);
   if (!element) return element.error();
   const std::string selector = params.Get("value");
   if (!IsOptionSelector(selector)) return Fail(messages::kInvalidOption);
-  return ChangeOption(*element, selector, false, messages::kDeselectFailed);
+  return ChangeOption(std::move(*element), selector, false, messages::kDeselectFailed);
 }
 
 }  // namespace quillmate

@@ -1,66 +1,23 @@
 #include "dom/worker_calls.h"
 
-#include <dispex.h>
 #include <chrono>
-#include <string_view>
 #include <utility>
 
 #include "api/messages.h"
 #include "com/bstr.h"
-#include "com/encoding.h"
 #include "com/variant.h"
 #include "com/worker.h"
+#include "dom/script.h"
 #include "session/current_page.h"
+#include "session/message_boxes.h"
 
 namespace quillmate {
 namespace {
 
-constexpr std::chrono::seconds kWait(1);
-/// The locale of the call: the system's default, as 1024 says.
-constexpr LCID kLocale = 1024;
-
-std::optional<DISPID> FindEval(IDispatchEx* window) {
-  DISPID id = DISPID_UNKNOWN;
-  if (FAILED(window->GetDispID(com::Bstr(L"eval").get(), fdexNameCaseSensitive, &id))) return std::nullopt;
-  return id;
-}
-
-/// A page of document mode 9 or later, and one that has run no script yet, shows no "eval" from outside until
-/// a script has put it there.
-void ProvideEval(IHTMLWindow2* window) {
-  com::Variant nothing;
-  window->execScript(com::Bstr(L"window.eval = eval").get(), com::Bstr(L"JScript").get(), nothing.put());
-}
-
-std::optional<std::string> ToText(const com::Variant& value) {
-  if (value.type() == VT_EMPTY || value.type() == VT_NULL) return std::string();
-  if (value.type() == VT_BOOL) return value.get().boolVal != VARIANT_FALSE ? "true" : "false";
-  const auto text = value.ToText();
-  if (!text) return std::nullopt;
-  return com::ToAnsi(text->view());
-}
-
-/// Blocks while the script runs.
-std::optional<std::string> EvaluateScript(IHTMLWindow2* window, std::string_view script) {
-  const auto dispatch = com::Query<IDispatchEx>(window);
-  if (dispatch == nullptr) return std::nullopt;
-  auto eval = FindEval(dispatch.Get());
-  if (!eval) {
-    ProvideEval(window);
-    eval = FindEval(dispatch.Get());
-  }
-  if (!eval) return std::nullopt;
-  const com::Variant code = com::Variant::Text(com::FromAnsi(script));
-  VARIANT argument = code.get();
-  DISPPARAMS arguments = {&argument, nullptr, 1, 0};
-  com::Variant value;
-  if (FAILED(dispatch->Invoke(*eval, IID_NULL, kLocale, DISPATCH_METHOD, &arguments, value.put(), nullptr,
-                              nullptr))) {
-    return std::nullopt;
-  }
-  return ToText(value);
-}
-
+constexpr std::chrono::milliseconds kWait(1000);
+/// As long as any call to the page may take, and how often a box is looked for meanwhile.
+constexpr std::chrono::milliseconds kLongWait(4000);
+constexpr std::chrono::milliseconds kBoxLookEvery(250);
 com::ComPtr<IDOMEvent> CreateChangeEvent(IHTMLElement* element) {
   com::ComPtr<IDispatch> document;
   if (FAILED(element->get_document(&document))) return {};
@@ -74,21 +31,22 @@ com::ComPtr<IDOMEvent> CreateChangeEvent(IHTMLElement* element) {
   return event;
 }
 
-void FireOldEvent(IHTMLElement* element) {
+bool FireOldEvent(IHTMLElement* element) {
   const auto target = com::Query<IHTMLElement3>(element);
   VARIANT_BOOL cancelled = VARIANT_FALSE;
   com::Variant no_event;
-  if (target != nullptr) target->fireEvent(com::Bstr(L"onchange").get(), no_event.put(), &cancelled);
+  return target != nullptr &&
+         SUCCEEDED(target->fireEvent(com::Bstr(L"onchange").get(), no_event.put(), &cancelled));
 }
 
 /// Raises the change event that the page's document mode has. Returns when its handlers do.
-void RaiseChange(IHTMLElement* element) {
+/// @return whether the page has had it.
+bool RaiseChange(IHTMLElement* element) {
   // Only elements of document modes 9 and up are event targets.
   const auto target = com::Query<IEventTarget>(element);
   const auto event = target != nullptr ? CreateChangeEvent(element) : nullptr;
-  if (event == nullptr) return FireOldEvent(element);
   VARIANT_BOOL proceed = VARIANT_TRUE;
-  target->dispatchEvent(event.Get(), &proceed);
+  return event != nullptr ? SUCCEEDED(target->dispatchEvent(event.Get(), &proceed)) : FireOldEvent(element);
 }
 
 /// Calls `OrFailure<T> call(Interface*)` on a worker.
@@ -106,16 +64,37 @@ OrFailure<std::optional<T>> RunOnUsablePage(Session& session, com::ComPtr<Interf
   return std::move(**returned);
 }
 
+OrFailure<ClickOutcome> ClickCrossed(IHTMLElement* element) {
+  if (FAILED(element->click())) return Failed(messages::kClickFailed);
+  return ClickOutcome::kReturned;
+}
+
+/// Whether a dialog of the page's window keeps its scripts waiting: it disables the window that owns it.
+bool IsHeldUpByDialog(HWND window) {
+  return window != nullptr && (!IsWindowEnabled(window) || FindMessageBox(window).has_value());
+}
+
 }  // namespace
 
 OrFailure<ClickOutcome> ClickElementOnWorker(Session& session, com::ComPtr<IHTMLElement> element) {
-  const auto click = [](IHTMLElement* clicked) -> OrFailure<ClickOutcome> {
-    if (FAILED(clicked->click())) return Failed(messages::kClickFailed);
-    return ClickOutcome::kReturned;
-  };
-  const auto returned = RunOnUsablePage<ClickOutcome>(session, std::move(element), click);
+  const auto returned = RunOnUsablePage<ClickOutcome>(session, std::move(element), ClickCrossed);
   if (!returned) return std::unexpected(returned.error());
   return returned->value_or(ClickOutcome::kStillRunning);
+}
+
+ClickOutcome ClickElementAndWait(Session& session, com::ComPtr<IHTMLElement> element) {
+  const WindowHolder* holder = session.ValidHolder();
+  HWND window = holder != nullptr ? GetAncestor(holder->GetWindowHandle(), GA_ROOT) : nullptr;
+  com::WorkerCallFor call(std::move(element), [](IHTMLElement* clicked) {
+    return clicked != nullptr && SUCCEEDED(clicked->click());
+  });
+  auto clicked = call.WaitFor(kWait);
+  for (auto waited = kBoxLookEvery; !clicked && waited < kLongWait; waited += kBoxLookEvery) {
+    if (IsHeldUpByDialog(window)) return ClickOutcome::kHeldUp;
+    clicked = call.WaitFor(kBoxLookEvery);
+  }
+  if (!clicked) return ClickOutcome::kStillRunning;
+  return *clicked ? ClickOutcome::kReturned : ClickOutcome::kFailed;
 }
 
 OrFailure<std::optional<std::string>> RunScriptOnWorker(Session& session, com::ComPtr<IHTMLWindow2> window,
@@ -128,11 +107,11 @@ OrFailure<std::optional<std::string>> RunScriptOnWorker(Session& session, com::C
   return RunOnUsablePage<std::string>(session, std::move(window), run);
 }
 
-void RaiseChangeOnWorker(com::ComPtr<IHTMLElement> element) {
-  com::CallOnWorker(std::move(element), kWait, [](IHTMLElement* changed) {
-    if (changed != nullptr) RaiseChange(changed);
-    return true;
+bool RaiseChangeOnWorker(com::ComPtr<IHTMLElement> element) {
+  const auto raised = com::CallOnWorker(std::move(element), kWait, [](IHTMLElement* changed) {
+    return changed != nullptr && RaiseChange(changed);
   });
+  return raised.value_or(true);
 }
 
 }  // namespace quillmate

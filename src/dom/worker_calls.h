@@ -13,23 +13,30 @@
 
 namespace quillmate {
 
-enum class ClickOutcome { kReturned, kStillRunning };
+/// How a click ended: it returned; it has not returned in time; a dialog of the page holds it up; it failed.
+enum class ClickOutcome { kReturned, kStillRunning, kHeldUp, kFailed };
 
-/// Clicks an element.
+/// Clicks an element and waits for a second.
 /// @param element moved in, so that the caller is left with nothing to release on a page that hangs.
-/// @return "Element not found!" without a usable target; "Click failed!".
+/// @return kReturned or kStillRunning; "Element not found!" without a usable target; "Click failed!".
 OrFailure<ClickOutcome> ClickElementOnWorker(Session& session, com::ComPtr<IHTMLElement> element);
+
+/// Clicks an element and waits as long as a call may take, but not behind a dialog, which nobody could answer
+/// meanwhile.
+/// @param element moved in.
+ClickOutcome ClickElementAndWait(Session& session, com::ComPtr<IHTMLElement> element);
 
 /// Evaluates a script in a page's window, as the page's own code would.
 /// @param script in the ANSI code page.
-/// @return the value's text in the ANSI code page: "" for null and undefined, true or false, a number's or a
-/// string's text; nothing when the script is still running. "Element not found!" without a usable target;
-/// "Execute script failed!" when the script threw, or its value has no text.
+/// @return the value's text as EvaluateScript gives it; nothing when the script is still running after a
+/// second. "Element not found!" without a usable target; "Execute script failed!" when the script threw.
 OrFailure<std::optional<std::string>> RunScriptOnWorker(Session& session, com::ComPtr<IHTMLWindow2> window,
                                                         std::string script);
 
 /// Raises the page's change event on an element, since a change made through the object model raises none.
-/// Its handlers may go on after the wait.
-void RaiseChangeOnWorker(com::ComPtr<IHTMLElement> element);
+/// Its handlers may go on after a second's wait.
+/// @param element moved in.
+/// @return false when the page has not had the event.
+bool RaiseChangeOnWorker(com::ComPtr<IHTMLElement> element);
 
 }  // namespace quillmate
