@@ -2,17 +2,32 @@
 
 #include <new>
 #include <string>
-#include <vector>
+#include <utility>
 
+#include "capture/cell_texts.h"
 #include "com/bstr.h"
-#include "com/encoding.h"
 #include "com/variant.h"
 #include "locate/collection_items.h"
 
 namespace quillmate {
 namespace {
 
+using Collection = com::ComPtr<IHTMLElementCollection>;
+
 constexpr LONG kMaxCellsPerRow = 50'000;
+
+void Require(HRESULT result) {
+  if (FAILED(result)) throw TableUnreadable();
+}
+
+/// Asks for an interface that not every element has.
+template <class T>
+com::ComPtr<T> RequireAnswer(IHTMLElement* element) {
+  com::ComPtr<T> result;
+  const HRESULT asked = element->QueryInterface(__uuidof(T), reinterpret_cast<void**>(result.GetAddressOf()));
+  if (asked != E_NOINTERFACE) Require(asked);
+  return result;
+}
 
 /// Takes ownership of a fresh tree. @throws std::bad_alloc when there was no memory for it.
 com::JsonPtr Owned(cJSON* item) {
@@ -24,28 +39,31 @@ void Add(const com::JsonPtr& array, com::JsonPtr item) { cJSON_AddItemToArray(ar
 
 bool HasTag(IHTMLElement* element, std::wstring_view tag) {
   com::Bstr actual;
-  return SUCCEEDED(element->get_tagName(actual.put())) && actual.view() == tag;
+  Require(element->get_tagName(actual.put()));
+  return actual.view() == tag;
 }
 
 bool HasExactClass(IHTMLElement* element, std::wstring_view class_name) {
   com::Bstr actual;
-  return SUCCEEDED(element->get_className(actual.put())) && actual.view() == class_name;
+  Require(element->get_className(actual.put()));
+  return actual.view() == class_name;
 }
 
 com::ComPtr<IHTMLElement> FirstOfClass(IHTMLElement* element, const wchar_t* class_name) {
-  const auto searchable = com::Query<IHTMLElement6>(element);
-  com::ComPtr<IHTMLElementCollection> found;
+  const auto searchable = RequireAnswer<IHTMLElement6>(element);
+  Collection found;
   com::ComPtr<IDispatch> first;
-  if (searchable == nullptr ||
-      FAILED(searchable->getElementsByClassName(com::Bstr(class_name).get(), &found)) || found == nullptr ||
-      FAILED(found->item(com::Variant::Int(0).get(), com::Variant::Int(0).get(), &first))) {
-    return {};
-  }
-  return com::Query<IHTMLElement>(first);
+  com::ComPtr<IHTMLElement> result;
+  if (searchable == nullptr) return result;
+  Require(searchable->getElementsByClassName(com::Bstr(class_name).get(), &found));
+  if (found == nullptr) return result;
+  Require(found->item(com::Variant::Int(0).get(), com::Variant::Int(0).get(), &first));
+  if (first != nullptr) Require(first.As(&result));
+  return result;
 }
 
 com::ComPtr<IHTMLTable> AsTable(IHTMLElement* element) {
-  return element != nullptr && HasTag(element, L"TABLE") ? com::Query<IHTMLTable>(element) : nullptr;
+  return element != nullptr && HasTag(element, L"TABLE") ? RequireAnswer<IHTMLTable>(element) : nullptr;
 }
 
 /// The table inside the first part of a split grid that has the given class.
@@ -63,71 +81,75 @@ std::optional<TableSource> AsSplitGrid(IHTMLElement* element) {
 
 std::optional<TableSource> AsSource(IHTMLElement* element) {
   com::Bstr tag;
-  if (FAILED(element->get_tagName(tag.put()))) return std::nullopt;
+  Require(element->get_tagName(tag.put()));
   if (tag.view() == L"DIV") return AsSplitGrid(element);
-  auto table = tag.view() == L"TABLE" ? com::Query<IHTMLTable>(element) : nullptr;
+  auto table = tag.view() == L"TABLE" ? RequireAnswer<IHTMLTable>(element) : nullptr;
   return table != nullptr ? std::optional(TableSource{std::move(table), nullptr}) : std::nullopt;
 }
 
-/// Uses IDispatch, which we already hold; creating an IHTMLElement proxy per cell costs more than reading the
-/// text. The member's number is asked of each cell, as it may differ between kinds of element.
-std::string CellText(IDispatch* cell) {
-  wchar_t name[] = L"innerText";
-  LPOLESTR names[] = {name};
-  DISPID member = DISPID_UNKNOWN;
-  com::Variant text;
-  DISPPARAMS none{};
-  if (cell == nullptr || FAILED(cell->GetIDsOfNames(IID_NULL, names, 1, LOCALE_INVARIANT, &member)) ||
-      FAILED(cell->Invoke(member, IID_NULL, LOCALE_INVARIANT, DISPATCH_PROPERTYGET, &none, text.put(),
-                          nullptr, nullptr)) ||
-      text.type() != VT_BSTR) {
-    return {};
+/// Goes through a collection to its end and over the items that cannot be had. A page that has gone refuses
+/// every item, so the collection's length is asked once one is refused; one that hangs is not asked again.
+class PatientItems {
+ public:
+  explicit PatientItems(Collection collection)
+      : collection_(collection), items_(std::move(collection), CollectionItems::Need::kAll) {}
+
+  /// @param item null when it cannot be had. @return false at the end.
+  bool Next(com::ComPtr<IDispatch>& item) {
+    const HRESULT result = items_.Next(item);
+    ++position_;
+    if (result == S_FALSE || result == RPC_E_CALL_CANCELED) return false;
+    if (FAILED(result) && length_ < 0 && FAILED(collection_->get_length(&length_))) return false;
+    return SUCCEEDED(result) || position_ <= length_;
   }
-  return com::ToUtf8(std::wstring_view(text.get().bstrVal, SysStringLen(text.get().bstrVal)));
-}
 
-com::ComPtr<IDispatch> NextOf(CollectionItems& items) {
-  com::ComPtr<IDispatch> item;
-  items.Next(item);
-  return item;
-}
-
-struct RowCells {
-  com::ComPtr<IHTMLElementCollection> cells;
-  LONG count = 0;
+ private:
+  Collection collection_;
+  CollectionItems items_;
+  LONG position_ = 0;
+  LONG length_ = -1;
 };
 
-std::optional<RowCells> CellsOf(IDispatch* item) {
+struct Row {
+  /// How many cells it has; 0 when it cannot be read.
+  LONG count = 0;
+  /// Its texts; null when it cannot be read or is too long.
+  com::JsonPtr texts;
+};
+
+/// Whether a row has more cells than are read. Rows that one batch holds are not asked for their length.
+bool IsTooLong(IHTMLElementCollection* cells, LONG read, LONG& count) {
+  constexpr LONG kWorthAsking = 64;
+  if (read != kWorthAsking) return false;
+  return FAILED(cells->get_length(&count)) || count > kMaxCellsPerRow;
+}
+
+Row ReadRow(IDispatch* item, const CellTexts& texts_of) {
   const auto row = com::Query<IHTMLTableRow>(item);
-  RowCells result;
-  if (row == nullptr || FAILED(row->get_cells(&result.cells)) || result.cells == nullptr ||
-      FAILED(result.cells->get_length(&result.count))) {
-    return std::nullopt;
+  Collection cells;
+  if (row == nullptr || FAILED(row->get_cells(&cells)) || cells == nullptr) return {};
+  Row result{0, Owned(cJSON_CreateArray())};
+  PatientItems items(cells);
+  for (com::ComPtr<IDispatch> cell; items.Next(cell);) {
+    LONG count = 0;
+    if (IsTooLong(cells.Get(), result.count, count)) return {count, nullptr};
+    Add(result.texts, Owned(cJSON_CreateString(texts_of.Read(cell.Get()).c_str())));
+    ++result.count;
   }
   return result;
 }
 
-/// @return the row's texts; null when the row cannot be read or is too long.
-com::JsonPtr ReadRow(IDispatch* item) {
-  const auto row = CellsOf(item);
-  if (!row || row->count > kMaxCellsPerRow) return {};
-  com::JsonPtr texts = Owned(cJSON_CreateArray());
-  CollectionItems cells(row->cells, CollectionItems::Need::kAll);
-  for (LONG i = 0; i < row->count; ++i) {
-    Add(texts, Owned(cJSON_CreateString(CellText(NextOf(cells).Get()).c_str())));
-  }
-  return texts;
-}
-
-com::ComPtr<IHTMLElementCollection> RowsOf(IHTMLTable* table) {
-  com::ComPtr<IHTMLElementCollection> rows;
-  table->get_rows(&rows);
+Collection RowsOf(IHTMLTable* table) {
+  Collection rows;
+  Require(table->get_rows(&rows));
+  if (rows == nullptr) throw TableUnreadable();
   return rows;
 }
 
 com::JsonPtr ReadFirstRow(IHTMLTable* table) {
-  CollectionItems rows(RowsOf(table), CollectionItems::Need::kOne);
-  return ReadRow(NextOf(rows).Get());
+  PatientItems rows(RowsOf(table));
+  com::ComPtr<IDispatch> row;
+  return rows.Next(row) ? ReadRow(row.Get(), CellTexts(table)).texts : nullptr;
 }
 
 /// @return the numbers of the columns; null when there are none.
@@ -144,7 +166,7 @@ std::optional<TableSource> FindTable(com::ComPtr<IHTMLElement> element) {
   while (element != nullptr) {
     if (auto found = AsSource(element.Get())) return found;
     com::ComPtr<IHTMLElement> parent;
-    element->get_parentElement(&parent);
+    Require(element->get_parentElement(&parent));
     element = std::move(parent);
   }
   return std::nullopt;
@@ -152,17 +174,17 @@ std::optional<TableSource> FindTable(com::ComPtr<IHTMLElement> element) {
 
 com::JsonPtr ReadTable(const TableSource& table) {
   com::JsonPtr result = Owned(cJSON_CreateArray());
-  CollectionItems rows(RowsOf(table.body.Get()), CollectionItems::Need::kAll);
-  com::ComPtr<IDispatch> row = NextOf(rows);
-  com::JsonPtr header;
+  PatientItems rows(RowsOf(table.body.Get()));
+  const CellTexts texts(table.body.Get());
   if (table.header != nullptr) {
-    header = ReadFirstRow(table.header.Get());
-  } else if (const auto first = CellsOf(row.Get())) {
-    header = ColumnNumbers(first->count);
+    if (auto header = ReadFirstRow(table.header.Get())) Add(result, std::move(header));
   }
-  if (header != nullptr) Add(result, std::move(header));
-  for (; row != nullptr; row = NextOf(rows)) {
-    if (com::JsonPtr texts = ReadRow(row.Get())) Add(result, std::move(texts));
+  bool is_first = true;
+  for (com::ComPtr<IDispatch> item; rows.Next(item);) {
+    Row row = ReadRow(item.Get(), texts);
+    const bool counts_columns = std::exchange(is_first, false) && table.header == nullptr;
+    if (auto numbers = counts_columns ? ColumnNumbers(row.count) : nullptr) Add(result, std::move(numbers));
+    if (row.texts != nullptr) Add(result, std::move(row.texts));
   }
   return result;
 }
