@@ -15,12 +15,12 @@
 namespace quillmate {
 namespace {
 
-/// A form control's value. A button's is rarely set, and then its caption says what it is.
+/// A form control's value; any other element's text.
 /// @return nothing when a call failed.
 std::optional<com::Bstr> TextOf(IHTMLElement* element, ControlKind kind) {
-  auto text = kind != ControlKind::kOther ? ReadValue(element, kind) : com::Bstr();
-  const bool shows_content = kind == ControlKind::kOther || kind == ControlKind::kButton;
-  if (text && text->empty() && shows_content && FAILED(element->get_innerText(text->put()))) return {};
+  if (kind != ControlKind::kOther) return ReadValue(element, kind);
+  com::Bstr text;
+  if (FAILED(element->get_innerText(text.put()))) return std::nullopt;
   return text;
 }
 
@@ -29,10 +29,19 @@ struct Member {
   int value;
 };
 
-cJSON* NumbersObject(std::initializer_list<Member> members) {
-  cJSON* object = cJSON_CreateObject();
-  for (const Member& member : members) cJSON_AddNumberToObject(object, member.name, member.value);
-  return object;
+/// cJSON reports a missing allocation by null. @throws std::bad_alloc
+void Require(const void* allocated) {
+  if (allocated == nullptr) throw std::bad_alloc();
+}
+
+void AddNumbers(cJSON* info, const char* name, std::initializer_list<Member> members) {
+  cJSON* object = cJSON_AddObjectToObject(info, name);
+  Require(object);
+  for (const Member& member : members) Require(cJSON_AddNumberToObject(object, member.name, member.value));
+}
+
+void AddText(cJSON* info, const char* name, const com::Bstr& text) {
+  Require(cJSON_AddStringToObject(info, name, com::ToAnsi(text.view()).c_str()));
 }
 
 /// @return null when the element cannot be asked any more.
@@ -42,16 +51,12 @@ com::JsonPtr Describe(IHTMLElement* element, const Rectangle& place) {
   const auto text = TextOf(element, ControlKindOf(tag.view()));
   if (!text) return nullptr;
   com::JsonPtr info(cJSON_CreateObject());
-  if (info == nullptr) throw std::bad_alloc();
-  cJSON_AddItemToObject(
-      info.get(), "rect",
-      NumbersObject(
-          {{"left", place.left}, {"top", place.top}, {"right", place.right}, {"bottom", place.bottom}}));
-  cJSON_AddItemToObject(
-      info.get(), "size",
-      NumbersObject({{"width", place.right - place.left}, {"height", place.bottom - place.top}}));
-  cJSON_AddStringToObject(info.get(), "tagname", com::ToAnsi(tag.view()).c_str());
-  cJSON_AddStringToObject(info.get(), "text", com::ToAnsi(text->view()).c_str());
+  Require(info.get());
+  AddNumbers(info.get(), "rect",
+             {{"left", place.left}, {"top", place.top}, {"right", place.right}, {"bottom", place.bottom}});
+  AddNumbers(info.get(), "size", {{"width", place.right - place.left}, {"height", place.bottom - place.top}});
+  AddText(info.get(), "tagname", tag);
+  AddText(info.get(), "text", *text);
   return info;
 }
 

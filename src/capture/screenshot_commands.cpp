@@ -1,8 +1,10 @@
 // The commands that write what is on the screen to a picture file.
+#include <chrono>
 #include <string>
 
 #include "api/messages.h"
 #include "capture/picture.h"
+#include "com/worker.h"
 #include "commands.h"
 #include "locate/element_search.h"
 #include "locate/geometry.h"
@@ -60,10 +62,17 @@ bool CaptureRectToFile(HDC source, const Rectangle& rectangle, const CommandPara
 
 Result Outcome(bool saved) { return saved ? Done() : Fail(messages::kFailedToSaveImage); }
 
-/// Lets the window paint its client area into its own context even when it is covered. A window that hangs is
-/// not asked: the call would wait for it.
-void PaintInto(HDC dc, HWND window) {
-  if (window != nullptr && !IsHungAppWindow(window)) PrintWindow(window, dc, PW_CLIENTONLY);
+/// Lets the window paint its client area even when it is covered. The window's own thread paints, which may
+/// hang, so another thread waits for it; what the window shows on the screen is then taken as it is.
+void Repaint(HWND window) {
+  constexpr std::chrono::seconds kPaintLimit(5);
+  if (window == nullptr || IsHungAppWindow(window)) return;
+  com::RunInTime(
+      [window] {
+        const WindowDc dc = WindowDc::OfWindow(window);
+        PrintWindow(window, dc.get(), PW_CLIENTONLY);
+      },
+      kPaintLimit);
 }
 
 }  // namespace
@@ -71,9 +80,10 @@ void PaintInto(HDC dc, HWND window) {
 Result TakeScreenshot(Session& session, const CommandParams& params) {
   if (!IsTargetUsable(session)) return Fail(messages::kFrameNotFound);
   const WindowHolder* holder = session.ValidHolder();
-  HWND window = holder != nullptr ? holder->GetWindowHandle() : nullptr;
+  // A hosted tab's own window is a child of the one on the screen.
+  HWND window = holder != nullptr ? GetAncestor(holder->GetWindowHandle(), GA_ROOT) : nullptr;
+  Repaint(window);
   const WindowDc source = WindowDc::OfWindow(window);
-  PaintInto(source.get(), window);
   // Deliberate: as large as the screen, whatever the window's own size.
   const Rectangle screen{0, 0, GetDeviceCaps(source.get(), HORZRES), GetDeviceCaps(source.get(), VERTRES)};
   return Outcome(CaptureRectToFile(source.get(), screen, params));
