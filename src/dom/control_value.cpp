@@ -29,6 +29,23 @@ std::optional<com::Bstr> ReadValueAttribute(IHTMLElement* element) {
   return value.ToText().value_or(com::Bstr());
 }
 
+std::optional<com::Bstr> ReadText(IHTMLElement* element) {
+  com::Bstr text;
+  if (FAILED(element->get_innerText(text.put()))) return std::nullopt;
+  return text;
+}
+
+/// @return nothing when the page refuses a call.
+std::optional<bool> IsContentEditable(IHTMLElement* element) {
+  com::ComPtr<IHTMLElement3> newer;
+  const HRESULT result =
+      element->QueryInterface(__uuidof(IHTMLElement3), reinterpret_cast<void**>(newer.GetAddressOf()));
+  if (result == E_NOINTERFACE) return false;
+  VARIANT_BOOL editable = VARIANT_FALSE;
+  if (FAILED(result) || FAILED(newer->get_isContentEditable(&editable))) return std::nullopt;
+  return editable != VARIANT_FALSE;
+}
+
 }  // namespace
 
 ControlKind ControlKindOf(std::wstring_view tag) {
@@ -42,7 +59,11 @@ ControlKind ControlKindOf(std::wstring_view tag) {
 std::optional<ControlKind> ReadControlKind(IHTMLElement* element) {
   com::Bstr tag;
   if (FAILED(element->get_tagName(tag.put()))) return std::nullopt;
-  return ControlKindOf(tag.view());
+  const ControlKind kind = ControlKindOf(tag.view());
+  if (kind != ControlKind::kOther) return kind;
+  const auto editable = IsContentEditable(element);
+  if (!editable) return std::nullopt;
+  return *editable ? ControlKind::kEditableRegion : kind;
 }
 
 std::optional<com::Bstr> ReadValue(IHTMLElement* element, ControlKind kind) {
@@ -55,6 +76,8 @@ std::optional<com::Bstr> ReadValue(IHTMLElement* element, ControlKind kind) {
       return ReadOwnValue<IHTMLSelectElement>(element);
     case ControlKind::kButton:
       return ReadOwnValue<IHTMLButtonElement>(element);
+    case ControlKind::kEditableRegion:
+      return ReadText(element);
     case ControlKind::kOther:
       break;
   }
@@ -64,6 +87,7 @@ std::optional<com::Bstr> ReadValue(IHTMLElement* element, ControlKind kind) {
 HRESULT WriteOwnValue(IHTMLElement* element, ControlKind kind, const com::Bstr& text) {
   if (kind == ControlKind::kInput) return PutOwnValue<IHTMLInputElement>(element, text);
   if (kind == ControlKind::kTextArea) return PutOwnValue<IHTMLTextAreaElement>(element, text);
+  if (kind == ControlKind::kEditableRegion) return element->put_innerText(text.get());
   return S_OK;
 }
 

@@ -1,5 +1,7 @@
 // The commands that fill and empty edit fields.
+#include <functional>
 #include <string>
+#include <utility>
 
 #include "api/messages.h"
 #include "com/encoding.h"
@@ -21,13 +23,14 @@ struct Edit {
 };
 
 /// Reads "target" and "value", checks both, and only then looks for the element.
-OrFailure<Edit> ReadEdit(Session& session, const CommandParams& params) {
+/// @param absent the message for an absent element; null for the search's own.
+OrFailure<Edit> ReadEdit(Session& session, const CommandParams& params, const char* absent = nullptr) {
   const auto target = Locator(params);
   if (!target) return std::unexpected(target.error());
   const auto value = TextValue(params);
   if (!value) return std::unexpected(value.error());
   auto element = FindElement(session, *target);
-  if (!element) return std::unexpected(std::move(element.error()));
+  if (!element) return absent != nullptr ? Failed(absent) : std::unexpected(std::move(element.error()));
   return Edit{std::move(*element), com::Bstr(com::FromAnsi(*value))};
 }
 
@@ -42,26 +45,51 @@ bool WriteAppended(IHTMLElement* element, ControlKind kind, const com::Bstr& tex
   return SUCCEEDED(WriteOwnValue(element, kind, text));
 }
 
-bool IsEditable(IHTMLElement* element) {
-  const auto newer = com::Query<IHTMLElement3>(element);
-  VARIANT_BOOL editable = VARIANT_FALSE;
-  return newer != nullptr && SUCCEEDED(newer->get_isContentEditable(&editable)) && editable != VARIANT_FALSE;
+/// Writes the attribute and what an element shows; one of both is enough.
+bool WriteEither(IHTMLElement* element, const com::Bstr& text, const std::function<HRESULT()>& write_shown) {
+  const bool is_attribute_written = SUCCEEDED(WriteValueAttribute(element, text));
+  return SUCCEEDED(write_shown()) || is_attribute_written;
 }
 
-/// The second way of putting text into an element, besides its attribute.
-HRESULT WriteShownText(IHTMLElement* element, const com::Bstr& text) {
+/// Only the user can choose a file: the page ignores the text without an error.
+bool SendToInput(IHTMLElement* element, const com::Bstr& text) {
+  const auto input = com::Query<IHTMLInputElement>(element);
+  com::Bstr type;
+  if (input == nullptr || FAILED(input->get_type(type.put())) || type.view() == L"file") return false;
+  return WriteEither(element, text, [&] { return input->put_value(text.get()); });
+}
+
+/// A text that no option has as its value would leave the list without a choice, so the old one is put back.
+bool SendToList(IHTMLElement* element, const com::Bstr& text) {
+  const auto list = com::Query<IHTMLSelectElement>(element);
+  LONG chosen = -1;
+  com::Bstr value;
+  if (list == nullptr || FAILED(list->get_selectedIndex(&chosen)) || FAILED(list->put_value(text.get())) ||
+      FAILED(list->get_value(value.put()))) {
+    return false;
+  }
+  if (value.view() == text.view()) return true;
+  list->put_selectedIndex(chosen);
+  return false;
+}
+
+bool SendText(IHTMLElement* element, const com::Bstr& text) {
   const auto kind = ReadControlKind(element);
-  if (kind == ControlKind::kInput || kind == ControlKind::kTextArea)
-    return WriteOwnValue(element, *kind, text);
-  return IsEditable(element) ? element->put_innerText(text.get()) : E_FAIL;
+  if (kind == ControlKind::kInput) return SendToInput(element, text);
+  if (kind == ControlKind::kSelect) return SendToList(element, text);
+  const bool shows_text = kind == ControlKind::kTextArea || kind == ControlKind::kEditableRegion;
+  return WriteEither(element, text,
+                     [&] { return shows_text ? WriteOwnValue(element, *kind, text) : E_FAIL; });
 }
 
 /// Empties the value attribute and what the element shows of it.
 /// @return the outcome of the last call.
-HRESULT EmptyByValue(IHTMLElement* element, ControlKind kind) {
+HRESULT EmptyByValue(IHTMLElement* element) {
   const com::Bstr nothing;
+  const auto kind = ReadControlKind(element);
   const HRESULT attribute = WriteValueAttribute(element, nothing);
-  if (kind == ControlKind::kInput) return WriteOwnValue(element, kind, nothing);
+  if (!kind) return E_FAIL;
+  if (kind == ControlKind::kInput) return WriteOwnValue(element, *kind, nothing);
   if (kind == ControlKind::kTextArea) return element->put_innerText(nothing.get());
   return attribute;
 }
@@ -69,15 +97,15 @@ HRESULT EmptyByValue(IHTMLElement* element, ControlKind kind) {
 }  // namespace
 
 Result TypeText(Session& session, const CommandParams& params) {
-  const auto edit = ReadEdit(session, params);
+  const auto edit = ReadEdit(session, params, messages::kElementNotFound);
   if (!edit) return edit.error();
-  if (const auto emptied = EmptyByKeys(session, edit->element.Get()); !emptied) return emptied.error();
+  IHTMLElement* element = edit->element.Get();
+  if (const auto emptied = EmptyByKeys(session, element); !emptied) return emptied.error();
   com::Pause(kSettleTime);
-  if (FAILED(WriteValueAttribute(edit->element.Get(), edit->text)))
-    return Fail(messages::kSetAttributeFailed);
-  const auto kind = ReadControlKind(edit->element.Get());
-  if (kind) WriteOwnValue(edit->element.Get(), *kind, edit->text);
-  return Done();
+  if (FAILED(WriteValueAttribute(element, edit->text))) return Fail(messages::kSetAttributeFailed);
+  const auto kind = ReadControlKind(element);
+  const bool is_shown = kind && SUCCEEDED(WriteOwnValue(element, *kind, edit->text));
+  return is_shown ? Done() : Fail(messages::kSetAttributeFailed);
 }
 
 Result Append(Session& session, const CommandParams& params) {
@@ -93,11 +121,13 @@ Result Append(Session& session, const CommandParams& params) {
 }
 
 Result Clear(Session& session, const CommandParams& params) {
-  const auto element = ResolveTargetElement(session, params);
-  if (!element) return element.error();
-  const auto kind = ReadControlKind(element->Get());
-  const HRESULT last = EmptyByValue(element->Get(), kind.value_or(ControlKind::kOther));
-  // Whether the keys arrived does not matter: the value is already empty.
+  const auto target = Locator(params);
+  if (!target) return target.error();
+  const auto element = FindElement(session, *target);
+  if (!element) return Fail(messages::kElementNotFound);
+  const HRESULT last = EmptyByValue(element->Get());
+  // Deliberate: whether the keys arrive does not matter. They empty what the calls could not, such as a text
+  // that the user typed into a text area.
   static_cast<void>(EmptyByKeys(session, element->Get()));
   return last == S_OK ? Done() : Fail(messages::kFailedToClearTheEditBox);
 }
@@ -105,9 +135,7 @@ Result Clear(Session& session, const CommandParams& params) {
 Result SendKeysToElement(Session& session, const CommandParams& params) {
   const auto edit = ReadEdit(session, params);
   if (!edit) return edit.error();
-  const HRESULT attribute = WriteValueAttribute(edit->element.Get(), edit->text);
-  const HRESULT shown = WriteShownText(edit->element.Get(), edit->text);
-  return SUCCEEDED(attribute) || SUCCEEDED(shown) ? Done() : Fail(messages::kSendKeysToElementFailed);
+  return SendText(edit->element.Get(), edit->text) ? Done() : Fail(messages::kSendKeysToElementFailed);
 }
 
 }  // namespace quillmate

@@ -17,6 +17,24 @@ class Forms : public PageTest {
   static std::string ValueOf(const std::string& id) {
     return Script("document.getElementById('" + id + "').value");
   }
+  /// The key strokes that the page saw, once the last one has arrived; those that only repeat the one before
+  /// are left out.
+  static std::string StrokesOnce(const std::string& last) {
+    std::string strokes;
+    for (int round = 0; round < 60 && !strokes.ends_with(last); ++round) {
+      strokes.clear();
+      std::string before;
+      for (const PageEvent& event : Events()) {
+        const std::string stroke = event.type + ":" + event.key + " ";
+        if (!event.type.starts_with("key") || stroke == before) continue;
+        EXPECT_TRUE(event.trusted);
+        EXPECT_EQ(event.target, "name");
+        strokes += before = stroke;
+      }
+      if (!strokes.ends_with(last)) Sleep(50);
+    }
+    return strokes;
+  }
 };
 
 /// A layout for each of the two document modes: standards, and the one before it in which values are
@@ -25,7 +43,8 @@ const std::string kModes[] = {"<!doctype html>", ""};
 const std::string kForm =
     "<meta charset=utf-8>" + kRecorder +
     "<input id=name value=old><textarea id=note>old\nnote</textarea><div id=plain>text</div>"
-    "<div id=rich contenteditable=true>rich</div>";
+    "<div id=rich contenteditable=true>rich</div><input id=file type=file>"
+    "<div contenteditable=true><select id=list><option value=1>One<option value=2>Two</select></div>";
 
 TEST_F(Forms, TypingReplacesWhatAFieldHolds) {
   for (const std::string& mode : kModes) {
@@ -52,22 +71,58 @@ TEST_F(Forms, TypingReplacesWhatAFieldHolds) {
 TEST_F(Forms, TypingEmptiesTheFieldByKeysFirst) {
   Show(kModes[0] + kForm);
   ASSERT_EQ(Call("type_m", {{"target", "id=name"}, {"value", "new"}}), Succeeded());
-  std::string keys;
-  for (const PageEvent& event : OfType(EventsUntil("keyup"), "keydown")) {
-    EXPECT_TRUE(event.trusted);
-    EXPECT_EQ(event.target, "name");
-    keys += event.key + " ";
-  }
-  EXPECT_EQ(keys, "Control a Delete ");
+  EXPECT_EQ(StrokesOnce("keyup:Delete "),
+            "keydown:Control keydown:a keyup:a keyup:Control keydown:Delete keyup:Delete ");
 }
 
 TEST_F(Forms, TextGoesIntoAnEditableElementAndTheAttributeOfAnyOther) {
+  for (const std::string& mode : kModes) {
+    Show(mode + kForm);
+    const auto text = [] { return Call("gettext", {{"target", "id=rich"}}); };
+    EXPECT_EQ(Call("sendkeystoelement", {{"target", "id=rich"}, {"value", "written"}}), Succeeded());
+    EXPECT_EQ(text(), Answered("written"));
+    EXPECT_EQ(Call("type_m", {{"target", "id=rich"}, {"value", "typed"}}), Succeeded());
+    EXPECT_EQ(text(), Answered("typed"));
+    EXPECT_EQ(Call("append", {{"target", "id=rich"}, {"value", " on"}}), Succeeded());
+    EXPECT_EQ(text(), Answered("typed on"));
+    for (const char* command : {"sendkeystoelement", "type_m"}) {
+      EXPECT_EQ(Call(command, {{"target", "id=plain"}, {"value", command}}), Succeeded());
+      EXPECT_EQ(Call("gettext", {{"target", "id=plain"}}), Answered("text"));
+      EXPECT_EQ(Call("getattribute", {{"target", "id=plain"}, {"value", "value"}}), Answered(command));
+    }
+  }
+}
+
+// Only the user can choose a file; of a list only an option that it has.
+TEST_F(Forms, TextThatAControlCannotTakeIsAFailure) {
+  for (const std::string& mode : kModes) {
+    Show(mode + kForm);
+    const auto send = [](const char* target, const char* text) {
+      return Call("sendkeystoelement", {{"target", target}, {"value", text}});
+    };
+    EXPECT_EQ(send("id=file", "C:\\a.txt"), Failed("Send keys to element failed!"));
+    EXPECT_EQ(send("id=list", "2"), Succeeded());
+    EXPECT_EQ(ValueOf("list"), "2");
+    EXPECT_EQ(send("id=list", "3"), Failed("Send keys to element failed!"));
+    EXPECT_EQ(ValueOf("list"), "2") << "the choice stays";
+  }
+}
+
+TEST_F(Forms, TypingSetsTheAttributeToo) {
   Show(kModes[0] + kForm);
-  EXPECT_EQ(Call("sendkeystoelement", {{"target", "id=rich"}, {"value", "written"}}), Succeeded());
-  EXPECT_EQ(Call("gettext", {{"target", "id=rich"}}), Answered("written"));
-  EXPECT_EQ(Call("sendkeystoelement", {{"target", "id=plain"}, {"value", "kept"}}), Succeeded());
-  EXPECT_EQ(Call("gettext", {{"target", "id=plain"}}), Answered("text"));
-  EXPECT_EQ(Call("getattribute", {{"target", "id=plain"}, {"value", "value"}}), Answered("kept"));
+  ASSERT_EQ(Call("type_m", {{"target", "id=name"}, {"value", "new"}}), Succeeded());
+  EXPECT_EQ(Call("getattribute", {{"target", "id=name"}, {"value", "value"}}), Answered("new"));
+}
+
+// A handler on the window hears of a change only when the event bubbles.
+TEST_F(Forms, ChangesBubble) {
+  for (const std::string& mode : kModes) {
+    Show(mode +
+         "<select id=s><option>a<option>b</select><script>heard = 0;"
+         "window.addEventListener('change', function () { ++heard })</script>");
+    EXPECT_EQ(Call("select_m", {{"target", "id=s"}, {"value", "index=1"}}), Succeeded());
+    EXPECT_EQ(Script("heard"), "1");
+  }
 }
 
 const std::string kLists =
@@ -118,8 +173,26 @@ TEST_F(Forms, ChangeHandlerWithABoxDoesNotHoldTheHost) {
   Show(kModes[0] + kLists +
        "<script>document.getElementById('one').onchange = function () { alert('sure?') }</script>");
   EXPECT_EQ(Call("select_m", {{"target", "id=one"}, {"value", "value=2"}}), Succeeded());
+  ASSERT_TRUE(AwaitBox());
   EXPECT_EQ(Call("assertalert"), Succeeded());
   EXPECT_EQ(ValueOf("one"), "2");
+}
+
+TEST_F(Forms, ChangeHandlerThatComputesOnHoldsTheHostForASecondOnly) {
+  Show(kModes[0] + kLists +
+       "<script>document.getElementById('one').onchange = document.getElementById('many').onchange = "
+       "function () { var end = Date.now() + 4000; while (Date.now() < end); }</script>");
+  const struct {
+    const char* command;
+    const char* target;
+    const char* option;
+  } rows[] = {{"select_m", "id=one", "value=2"}, {"deselect", "id=many", "value=x"}};
+  for (const auto& row : rows) {
+    const ULONGLONG begin = GetTickCount64();
+    EXPECT_EQ(Call(row.command, {{"target", row.target}, {"value", row.option}}), Succeeded());
+    EXPECT_LT(GetTickCount64() - begin, 2500u) << row.command;
+    Sleep(4500);  // the handler's own end
+  }
 }
 
 TEST_F(Forms, AnswersEveryCheckWithItsMessage) {
@@ -127,6 +200,8 @@ TEST_F(Forms, AnswersEveryCheckWithItsMessage) {
   const std::string option =
       "Parameter verification failed! The value of the option should be index=number or value/label=%s.";
   const std::string too_long(65536, 'x');
+  const std::string path = "xpath=/html/body/nope";
+  const std::string not_at_path = "Find element failed in 3's Xpath node [ /nope[] ]!";
   Show(kModes[0] + kLists);
   const struct {
     const char* command;
@@ -142,6 +217,14 @@ TEST_F(Forms, AnswersEveryCheckWithItsMessage) {
       {"deselect", {{"target", "id=none"}, {"value", "x"}}, "Element not found!"},
       {"deselect", {{"target", "id=one"}, {"value", "x"}}, option},
       {"type_m", {{"target", "id=none"}, {"value", too_long}}, "Parameter verification failed!"},
+      {"type_m", {{"target", path}}, "Element not found!"},
+      {"fasttype", {{"target", path}}, "Element not found!"},
+      {"clear", {{"target", path}}, "Element not found!"},
+      {"getattribute", {{"target", path}, {"value", "id"}}, "Element not found!"},
+      {"append", {{"target", path}}, not_at_path},
+      {"sendkeystoelement", {{"target", path}}, not_at_path},
+      {"gettext", {{"target", path}}, not_at_path},
+      {"select_m", {{"target", path}, {"value", "index=0"}}, not_at_path},
       {"append", {{"target", "id=none"}, {"value", "x"}}, "Element not found!"},
       {"clear", {{"target", "id=none"}}, "Element not found!"},
       {"sendkeystoelement", {{"target", "none"}}, locator},
@@ -157,11 +240,7 @@ TEST_F(Forms, AnswersEveryCheckWithItsMessage) {
 TEST_F(Forms, KeysArriveAsAChordInTheFocusedElement) {
   Show(kModes[0] + kForm);
   ASSERT_EQ(Call("sendkeys", {{"target", "id=name"}, {"value", "{shift}a"}}), Succeeded());
-  std::string strokes;
-  for (const PageEvent& event : EventsUntil("keyup")) {
-    if (event.type.starts_with("key")) strokes += event.type + ":" + event.key + " ";
-  }
-  EXPECT_TRUE(strokes.starts_with("keydown:Shift keydown:A keyup:")) << strokes;
+  EXPECT_EQ(StrokesOnce("keyup:Shift "), "keydown:Shift keydown:A keyup:A keyup:Shift ");
   EXPECT_EQ(Call("sendkeys", {{"target", "id=name"}, {"value", ""}}), Succeeded());
 }
 
