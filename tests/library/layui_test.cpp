@@ -51,6 +51,8 @@ TEST_P(LayuiGrid, ReadsWholeRowsPastTheFixedColumnsAndEveryPage) {
   EXPECT_EQ(Rows({{"by", Grid("paged")}}), Customers({1, 2, 3, 4, 5, 6, 7, 8, 9, 10}));
   EXPECT_EQ(Rows({{"by", Grid("paged")}, {"target", "class=layui-laypage-next"}}),
             Customers({1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15, 16, 17, 18, 19, 20, 21, 22, 23}));
+  EXPECT_EQ(Script("window.recorded.join('; ')"),
+            "paged page 1; whole page 1; empty page 1; paged page 2; paged page 3");
 }
 
 TEST_P(LayuiGrid, ReadsRowsInTheOrderShown) {
