@@ -20,12 +20,12 @@ void Require(HRESULT result) {
   if (FAILED(result)) throw TableUnreadable();
 }
 
-/// Asks for an interface that not every element has.
+/// A refused call for an interface looks like an interface that is not there, so both end the search: a table
+/// further out is not the one that was meant.
 template <class T>
-com::ComPtr<T> RequireAnswer(IHTMLElement* element) {
-  com::ComPtr<T> result;
-  const HRESULT asked = element->QueryInterface(__uuidof(T), reinterpret_cast<void**>(result.GetAddressOf()));
-  if (asked != E_NOINTERFACE) Require(asked);
+com::ComPtr<T> RequireInterface(IHTMLElement* element) {
+  auto result = com::Query<T>(element);
+  if (result == nullptr) throw TableUnreadable();
   return result;
 }
 
@@ -50,11 +50,10 @@ bool HasExactClass(IHTMLElement* element, std::wstring_view class_name) {
 }
 
 com::ComPtr<IHTMLElement> FirstOfClass(IHTMLElement* element, const wchar_t* class_name) {
-  const auto searchable = RequireAnswer<IHTMLElement6>(element);
+  const auto searchable = RequireInterface<IHTMLElement6>(element);
   Collection found;
   com::ComPtr<IDispatch> first;
   com::ComPtr<IHTMLElement> result;
-  if (searchable == nullptr) return result;
   Require(searchable->getElementsByClassName(com::Bstr(class_name).get(), &found));
   if (found == nullptr) return result;
   Require(found->item(com::Variant::Int(0).get(), com::Variant::Int(0).get(), &first));
@@ -63,7 +62,7 @@ com::ComPtr<IHTMLElement> FirstOfClass(IHTMLElement* element, const wchar_t* cla
 }
 
 com::ComPtr<IHTMLTable> AsTable(IHTMLElement* element) {
-  return element != nullptr && HasTag(element, L"TABLE") ? RequireAnswer<IHTMLTable>(element) : nullptr;
+  return element != nullptr && HasTag(element, L"TABLE") ? RequireInterface<IHTMLTable>(element) : nullptr;
 }
 
 /// The table inside the first part of a split grid that has the given class.
@@ -83,8 +82,8 @@ std::optional<TableSource> AsSource(IHTMLElement* element) {
   com::Bstr tag;
   Require(element->get_tagName(tag.put()));
   if (tag.view() == L"DIV") return AsSplitGrid(element);
-  auto table = tag.view() == L"TABLE" ? RequireAnswer<IHTMLTable>(element) : nullptr;
-  return table != nullptr ? std::optional(TableSource{std::move(table), nullptr}) : std::nullopt;
+  if (tag.view() != L"TABLE") return std::nullopt;
+  return TableSource{RequireInterface<IHTMLTable>(element), nullptr};
 }
 
 /// Goes through a collection to its end and over the items that cannot be had. A page that has gone refuses

@@ -37,12 +37,9 @@ std::optional<com::Bstr> ReadText(IHTMLElement* element) {
 
 /// @return nothing when the page refuses a call.
 std::optional<bool> IsContentEditable(IHTMLElement* element) {
-  com::ComPtr<IHTMLElement3> newer;
-  const HRESULT result =
-      element->QueryInterface(__uuidof(IHTMLElement3), reinterpret_cast<void**>(newer.GetAddressOf()));
-  if (result == E_NOINTERFACE) return false;
+  const auto newer = com::Query<IHTMLElement3>(element);
   VARIANT_BOOL editable = VARIANT_FALSE;
-  if (FAILED(result) || FAILED(newer->get_isContentEditable(&editable))) return std::nullopt;
+  if (newer == nullptr || FAILED(newer->get_isContentEditable(&editable))) return std::nullopt;
   return editable != VARIANT_FALSE;
 }
 

@@ -44,15 +44,16 @@ OrFailure<com::ComPtr<IHTMLSelectElement>> FindList(com::ComPtr<IHTMLElement> el
   com::Bstr tag;
   if (FAILED(element->get_tagName(tag.put()))) return Failed(messages::kGetTagNameFailed);
   if (tag.view() != L"SELECT" && tag.view() != L"OPTION") return Failed(messages::kNotDropdownMenuElement);
-  while (element != nullptr) {
-    com::ComPtr<IHTMLSelectElement> list;
-    const HRESULT result = element.As(&list);
-    if (SUCCEEDED(result)) return list;
+  while (tag.view() != L"SELECT") {
     com::ComPtr<IHTMLElement> parent;
-    if (result != E_NOINTERFACE || FAILED(element->get_parentElement(&parent))) return Failed(unreadable);
+    if (FAILED(element->get_parentElement(&parent))) return Failed(unreadable);
+    if (parent == nullptr) return Failed(messages::kNotDropdownMenuElement);
     element = std::move(parent);
+    if (FAILED(element->get_tagName(tag.put()))) return Failed(unreadable);
   }
-  return Failed(messages::kNotDropdownMenuElement);
+  auto list = com::Query<IHTMLSelectElement>(element);
+  if (list == nullptr) return Failed(unreadable);
+  return list;
 }
 
 Option OptionAt(IHTMLSelectElement* list, LONG index) {
