@@ -650,7 +650,8 @@ QUILLMATE_API const char* quillmate_gettext(const char* parameters);
  * - element check: "target" is no element locator.
  * - general check: "value" is longer than 65,535 bytes.
  * - the search's message: no element matches.
- * - "Send keys to element failed!": the page refuses, or the element is a file field.
+ * - "Send keys to element failed!": the page refuses, or the element is a file field or a list without
+ *   this value.
  * Note: Sets the value attribute and the field's own value. Of an editable region that is no form control
  *   it sets the text. Raises no events.
  */
