@@ -30,7 +30,7 @@ OrFailure<Edit> ReadEdit(Session& session, const CommandParams& params, const ch
   const auto value = TextValue(params);
   if (!value) return std::unexpected(value.error());
   auto element = FindElement(session, *target);
-  if (!element) return absent != nullptr ? Failed(absent) : std::unexpected(std::move(element.error()));
+  if (!element) return Failed(absent != nullptr ? std::string(absent) : element.error().message);
   return Edit{std::move(*element), com::Bstr(com::FromAnsi(*value))};
 }
 
