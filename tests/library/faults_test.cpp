@@ -164,7 +164,7 @@ const Row kRows[] = {
      kUnwrite,
      kInput},
     {"clear", {{"target", "id=i"}}, 0, {kNotFound, "Failed to clear the edit box!"}, kUnwrite, kInput},
-    {"getcontrolinfo", {{"target", "id=i"}}, 18, {kNotFound, "Get elementpos failed!"}},
+    {"getcontrolinfo", {{"target", "id=i"}}, 17, {kNotFound, "Get elementpos failed!"}},
 };
 
 TEST_F(Faults, CommandsCostWhatTheyDidAndFailByAnyCall) {
