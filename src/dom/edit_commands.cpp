@@ -75,6 +75,7 @@ bool SendToList(IHTMLElement* element, const com::Bstr& text) {
 
 bool SendText(IHTMLElement* element, const com::Bstr& text) {
   const auto kind = ReadControlKind(element);
+  if (!kind) return false;
   if (kind == ControlKind::kInput) return SendToInput(element, text);
   if (kind == ControlKind::kSelect) return SendToList(element, text);
   const bool shows_text = kind == ControlKind::kTextArea || kind == ControlKind::kEditableRegion;
