@@ -5,7 +5,6 @@
 #include <stdexcept>
 
 #include "com/bstr.h"
-#include "com/type_library.h"
 #include "com/variant.h"
 
 namespace quillmate::bench {
@@ -22,6 +21,14 @@ template <class T>
 ComPtr<T> Demand(ComPtr<T> object, const char* what) {
   if (object == nullptr) throw std::runtime_error(std::string("bare loop: no ") + what);
   return object;
+}
+
+/// Without the library of the interfaces in hand, Wine reads it again for every new proxy.
+ComPtr<ITypeLib> LoadTypeLibrary() {
+  constexpr GUID kMshtml = {0x3050F1C5, 0x98B5, 0x11CF, {0xBB, 0x82, 0x00, 0xAA, 0x00, 0xBD, 0xCE, 0x0B}};
+  ComPtr<ITypeLib> library;
+  LoadRegTypeLib(kMshtml, 4, 0, LOCALE_NEUTRAL, library.GetAddressOf());
+  return Demand(library, "type library");
 }
 
 LRESULT AskForObject(HWND page) {
@@ -72,8 +79,7 @@ ComPtr<IHTMLDocument2> FirstFrame(IHTMLDocument2* document) {
 
 }  // namespace
 
-BareClient::BareClient(HWND page) {
-  com::HoldTypeLibrary();
+BareClient::BareClient(HWND page) : types_(LoadTypeLibrary()) {
   ComPtr<IServiceProvider> services;
   Demand(ObjectFromLresult(AskForObject(page), __uuidof(IServiceProvider), 0,
                            reinterpret_cast<void**>(services.GetAddressOf())),

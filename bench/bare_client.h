@@ -37,6 +37,7 @@ class BareClient {
   com::ComPtr<IHTMLDocument2> Document() const;
 
   com::Apartment apartment_;
+  com::ComPtr<ITypeLib> types_;
   com::ComPtr<IWebBrowser2> browser_;
 };
 
