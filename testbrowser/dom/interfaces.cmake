@@ -4,5 +4,5 @@ set(TESTBROWSER_PAGE_INTERFACES
   IHTMLWindow2 IHTMLWindow3
   IHTMLElement IHTMLElement2 IHTMLElement3 IHTMLElement4 IHTMLElement6 IHTMLDOMAttribute
   IHTMLElementCollection IHTMLRect IHTMLStyle IHTMLCurrentStyle IDOMEvent IEventTarget
-  IHTMLButtonElement IHTMLFrameBase IHTMLFrameBase2 IHTMLInputElement IHTMLOptionElement IHTMLSelectElement
+  IHTMLAnchorElement IHTMLButtonElement IHTMLFrameBase IHTMLFrameBase2 IHTMLInputElement IHTMLOptionElement IHTMLSelectElement
   IHTMLTable IHTMLTableRow IHTMLTextAreaElement)

@@ -39,6 +39,7 @@ std::vector<KindRow> Rows() {
       {"event", {}, {"IDOMEvent"}},
       {"comment", kElement, {}},
       {"element", kElement, kTarget},
+      {"element:A", kElement + Names{"IHTMLAnchorElement"}, kTarget},
       {"element:BUTTON", kElement + Names{"IHTMLButtonElement"}, kTarget},
       {"element:FRAME", kFrame, kTarget},
       {"element:IFRAME", kFrame, kTarget},

@@ -30,6 +30,15 @@ std::string CssText(const Page& page) {
   return Text(Page::Demand(value.As<IHTMLStyle>()), &IHTMLStyle::get_cssText);
 }
 
+/// Whether an anchor's address is the whole one, of which the source has the end.
+std::string AnchorAddress(const Page& page) {
+  Bstr address;
+  const HRESULT result = page.Element<IHTMLAnchorElement>(L"link")->get_href(address.put());
+  const bool whole =
+      address.view().starts_with(L"http://127.0.0.1:") && address.view().ends_with(L"/next.htm?a=b");
+  return Answer(result) + (whole ? " whole" : " as written");
+}
+
 std::string AttributeNode(const Page& page, const wchar_t* id, const wchar_t* name) {
   ComPtr<IHTMLDOMAttribute> node;
   const HRESULT result = page.Element<IHTMLElement4>(id)->getAttributeNode(Bstr(name).get(), &node);
@@ -129,6 +138,7 @@ const Fact kFacts[] = {
      "VT_BSTR 'next.htm?a=b'"},
     {"attribute-literal", kTo7, [](const Page& page) { return Attribute(page, L"item", L"value"); },
      "VT_BSTR '3'"},
+    {"anchor-address", kAll, AnchorAddress, "S_OK whole"},
     {"attribute-case", kAll, [](const Page& page) { return Attribute(page, L"link", L"HREF"); },
      "VT_BSTR 'next.htm?a=b'"},
     {"attribute-unset", kTo7, [](const Page& page) { return Attribute(page, L"kids", L"className"); },
