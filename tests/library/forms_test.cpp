@@ -114,14 +114,14 @@ TEST_F(Forms, TypingSetsTheAttributeToo) {
   EXPECT_EQ(Call("getattribute", {{"target", "id=name"}, {"value", "value"}}), Answered("new"));
 }
 
-// A handler on the window hears of a change only when the event bubbles.
-TEST_F(Forms, ChangesBubble) {
-  for (const std::string& mode : kModes) {
+// A handler on the window hears of a change only when the event bubbles, as it does from document mode 9 on.
+TEST_F(Forms, ChangesBubbleInNewModes) {
+  for (const auto& [mode, heard] : {std::pair(kModes[0], "1"), std::pair(kModes[1], "0")}) {
     Show(mode +
          "<select id=s><option>a<option>b</select><script>heard = 0;"
          "window.addEventListener('change', function () { ++heard })</script>");
     EXPECT_EQ(Call("select_m", {{"target", "id=s"}, {"value", "index=1"}}), Succeeded());
-    EXPECT_EQ(Script("heard"), "1");
+    EXPECT_EQ(Script("heard"), heard);
   }
 }
 
