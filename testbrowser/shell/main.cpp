@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "com/encoding.h"
+#include "dom/held_interfaces.h"
 #include "engine/switches.h"
 #include "shell/application.h"
 #include "shell/call_filter.h"
@@ -60,6 +61,7 @@ int Browse(const CommandLine& line, CallFilter& filter) {
   filter.RetryWhile([&] { return application.RefusesCalls(); });
   auto page = application.OpenPage();
   if (page == nullptr) return 1;
+  dom::HoldInterfaces();
   application.OpenFrame(std::move(page), ShowCommand(line)).Navigate(line.address);
   application.Run();
   return 0;
@@ -79,6 +81,7 @@ int ServeBrowser(const CommandLine& line, CallFilter& filter) {
       });
   // Chromium comes up while the client's side still looks for this server.
   page = application.OpenPage();
+  dom::HoldInterfaces();
   application.Run();
   return 0;
 }
