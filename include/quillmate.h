@@ -2,8 +2,8 @@
  * @file
  * Quillmate: drives Internet Explorer pages for a software robot.
  *
- * This file is the contract of every command. The tables of docs/commands.md are made from it by
- * tools/reference, which reads the comments: their layout is fixed.
+ * This file is the contract of every command. The tables of the command reference (docs/commands.md,
+ * docs/commands/) are made from it by tools/reference, which reads the comments: their layout is fixed.
  *
  * Linking: every command is declared as quillmate_NAME, and the import library offers these names only. The
  * DLL exports the plain NAMEs ("open", "click"), which GetProcAddress finds; QUILLMATE_LOAD does that with
@@ -25,6 +25,12 @@
  *
  * "Result: success" below means that "result" is true. A failure has "success" false, "result" 0 and its
  * message as "log", unless a note says otherwise. A success has no "log".
+ *
+ * Bound: how long a command takes at most when the page does not respond. A page is given 5 seconds to
+ * respond before a command begins. One that stops responding in the middle costs up to 5 seconds more: the
+ * call under way is given up then. Bringing a tab to the front in a window that hosts the engine takes up to
+ * 10 seconds more. A search on a page that responds takes as long as it needs calls, about a millisecond
+ * each.
  *
  * Code page: parameter text is converted to the system's ANSI code page before it is parsed, and the texts
  * in a result are in that code page, except where "in UTF-8" is said. A character that the code page lacks
@@ -49,8 +55,8 @@
  * on its thread. A command issued from there fails at once with one of its messages; the running command is
  * not disturbed. A program with windows therefore calls from a thread of its own: see examples/hosts/.
  *
- * Unloading: FreeLibrary works between commands. Once a call to a page has timed out, the library stays
- * loaded until the process ends. Browsers outlive the host.
+ * Unloading: FreeLibrary may be called between commands. From the first command on, the library may stay
+ * loaded until the process ends, because threads of its own may still need it. Browsers outlive the host.
  *
  * No exception leaves a command.
  *
@@ -125,6 +131,7 @@ typedef const char* (*quillmate_command)(const char* parameters);
  * Parameters:
  * - "target" (window locator, required): the surface.
  * Result: success.
+ * Bound: 1 second for each window that does not respond, and 5 seconds to bring the tab to the front.
  * Fails with:
  * - window check: "target" is no window locator.
  * - "Browser not found!": no surface matches.
@@ -142,6 +149,7 @@ QUILLMATE_API const char* quillmate_selectwindow(const char* parameters);
  * - "tab-status" (word, may be empty): exactly "loading": wait up to 5 seconds for the page. Anything else:
  *   do not wait.
  * Result: success.
+ * Bound: 1 second for each window that does not respond, and 5 seconds for "loading".
  * Fails with:
  * - window check: "target" is no window locator.
  * - "Browser not found!": no surface matches.
@@ -156,6 +164,7 @@ QUILLMATE_API const char* quillmate_selectwindowuntop(const char* parameters);
  *
  * Parameters: none, may be null.
  * Result: success.
+ * Bound: 5 seconds for the page, after up to 6 seconds for the browser to start.
  * Fails with:
  * - "Open new browser failed!": no browser starts, or it does not navigate.
  */
@@ -172,6 +181,8 @@ QUILLMATE_API const char* quillmate_new_browser(const char* parameters);
  * - "resize-max" (word, may be empty): exactly "False": leave the window as it is. Anything else: maximise
  *   it and bring it to the front.
  * Result: success.
+ * Bound: 5 seconds for the page to respond, 5 for a new tab, 5 for the new page; 6 for a browser to
+ *   start.
  * Fails with:
  * - general check: "target" is longer than 65,535 bytes, or "by" is neither empty nor "_blank".
  * - local file check: "target" begins with "file:" and names no file or folder.
@@ -191,6 +202,7 @@ QUILLMATE_API const char* quillmate_open(const char* parameters);
  *
  * Parameters: none, may be null.
  * Result: success. Nothing is selected afterwards.
+ * Bound: 5 seconds.
  * Fails with:
  * - "Frame not found!": no window is selected, or it is gone.
  * - "Quit failed!": the window cannot be closed.
@@ -204,6 +216,7 @@ QUILLMATE_API const char* quillmate_quit(const char* parameters);
  * - "option" (word, may be empty): exactly "others": close the other tabs of its window instead, by
  *   Ctrl+Alt+F4.
  * Result: success. Nothing is selected afterwards, whatever was closed.
+ * Bound: 10 seconds.
  * Fails with:
  * - "Frame not found!": no window is selected, or it is gone.
  * - "Close failed!": the tab or dialog cannot be closed.
@@ -215,6 +228,7 @@ QUILLMATE_API const char* quillmate_close(const char* parameters);
  *
  * Parameters: none, may be null.
  * Result: success.
+ * Bound: 5 seconds.
  * Fails with:
  * - "Frame not found!": the page is still loading.
  * - "Refresh Fail!": no window is selected, or the browser refuses.
@@ -226,6 +240,7 @@ QUILLMATE_API const char* quillmate_refresh(const char* parameters);
  *
  * Parameters: none, may be null.
  * Result: success.
+ * Bound: 5 seconds.
  * Fails with:
  * - "Frame not found!": no window is selected, or it is gone.
  * - "Go forward Fail!": there is no such page, or the surface is a dialog.
@@ -237,6 +252,7 @@ QUILLMATE_API const char* quillmate_forward(const char* parameters);
  *
  * Parameters: none, may be null.
  * Result: success.
+ * Bound: 5 seconds.
  * Fails with:
  * - "Frame not found!": no window is selected, or it is gone.
  * - "Go back Fail!": there is no such page, or the surface is a dialog.
@@ -249,6 +265,7 @@ QUILLMATE_API const char* quillmate_back(const char* parameters);
  * Parameters:
  * - "target" ("max" or size WIDTH,HEIGHT in screen pixels, required): the size.
  * Result: success.
+ * Bound: 5 seconds.
  * Fails with:
  * - "Select window size Fail!": "target" is no size, a number is negative or out of range, or the window
  *   does not take the size.
@@ -261,6 +278,7 @@ QUILLMATE_API const char* quillmate_selectwindowsize(const char* parameters);
  *
  * Parameters: none, may be null.
  * Result: text in UTF-8. The address.
+ * Bound: 5 seconds.
  * Fails with:
  * - "Browser not found!": no window is selected, or it is gone.
  * - "Frame not found!": the page does not respond, or a selected frame is gone.
@@ -281,13 +299,15 @@ QUILLMATE_API const char* quillmate_currenturl(const char* parameters);
  * Parameters:
  * - "target" (frame locator, required): the frame, or "relative=parent" or "relative=top".
  * Result: success.
+ * Bound: 5 seconds.
  * Fails with:
  * - frame check: "target" is neither a frame locator nor JSON text.
  * - "Frame not found!": no window is selected, its page does not respond, or a selected frame is gone.
  * - "Can't find frame by TARGET": no frame matches. TARGET stands for the locator as it was given.
  * Note: Each selection starts from the one before. "relative=top" goes back to the page itself, even when a
  *   selected frame is gone. A failed selection changes nothing.
- * Note: JSON text passes the check but never names a frame.
+ * Note: JSON text passes the check, too. A frame locator in double quotes names its frame; any other JSON
+ *   text names none.
  */
 QUILLMATE_API const char* quillmate_selectframe(const char* parameters);
 
@@ -303,6 +323,7 @@ QUILLMATE_API const char* quillmate_selectframe(const char* parameters);
  * Parameters:
  * - "value" (offset X,Y in CSS pixels, required): the distance.
  * Result: success.
+ * Bound: 5 seconds.
  * Fails with:
  * - coordinate check: "value" is no pair of numbers.
  * - "Frame not found!": no window is selected, its page does not respond, or a selected frame is gone.
@@ -317,6 +338,7 @@ QUILLMATE_API const char* quillmate_scroll(const char* parameters);
  * - "value" (position X,Y in CSS pixels, required): the position.
  * - "target" (element locator, may be empty): the element. Empty: the page.
  * Result: success.
+ * Bound: 5 seconds.
  * Fails with:
  * - coordinate check: "value" is no pair of numbers.
  * - element check: "target" is neither empty nor an element locator.
@@ -334,6 +356,7 @@ QUILLMATE_API const char* quillmate_scrollto(const char* parameters);
  * Parameters:
  * - "target" (element locator, required): the element.
  * Result: success.
+ * Bound: 5 seconds.
  * Fails with:
  * - element check: "target" is no element locator.
  * - the search's message: no element matches.
@@ -350,6 +373,7 @@ QUILLMATE_API const char* quillmate_scrollintoview(const char* parameters);
  * - "target" (element locator, required): the element.
  * - "area" (one of "left-top", "center", "right-bottom", required): which point of the element's rectangle.
  * Result: text. The point X,Y in screen pixels.
+ * Bound: 5 seconds.
  * Fails with:
  * - element check: "target" is no element locator.
  * - area check: "area" is none of these words.
@@ -375,6 +399,7 @@ QUILLMATE_API const char* quillmate_getelementpos(const char* parameters);
  * - "target" (element locator, required): the element.
  * - "return" (text of at most 65,535 bytes, may be empty): the name.
  * Result: success.
+ * Bound: 5 seconds.
  * Fails with:
  * - element check: "target" is no element locator.
  * - the search's message: no element matches.
@@ -392,6 +417,7 @@ QUILLMATE_API const char* quillmate_getelement(const char* parameters);
  * - "target" (element locator, required): the element.
  * - "check_type" (word, may be empty): exactly "visible": the element must also be displayed.
  * Result: boolean. Whether it exists.
+ * Bound: 5 seconds.
  * Fails with:
  * - element check: "target" is no element locator.
  * - "Element not found!": the page does not respond.
@@ -404,6 +430,7 @@ QUILLMATE_API const char* quillmate_haselement(const char* parameters);
  * Parameters:
  * - "target" (element locator, required): the element.
  * Result: boolean. Whether it exists.
+ * Bound: 5 seconds.
  * Fails with:
  * - element check: "target" is no element locator.
  * - "Element not found!": the page does not respond.
@@ -417,6 +444,7 @@ QUILLMATE_API const char* quillmate_iselementexist(const char* parameters);
  * - "target" (element locator, required): the element.
  * - "check_type" (word, may be empty): exactly "visible": the element must also be displayed.
  * Result: success.
+ * Bound: 10 seconds, or 25 when the page does not respond.
  * Fails with:
  * - element check: "target" is no element locator.
  * - "Frame not found!": no window is selected, its page does not respond, or a selected frame is gone.
@@ -433,6 +461,7 @@ QUILLMATE_API const char* quillmate_waitshow(const char* parameters);
  * - "target" (element locator, required): the element.
  * - "check_type" (word, may be empty): exactly "visible": an element that is not displayed counts as gone.
  * Result: success.
+ * Bound: 10 seconds, or 25 when the page does not respond.
  * Fails with:
  * - element check: "target" is no element locator.
  * - "Frame not found!": no window is selected, its page does not respond, or a selected frame is gone.
@@ -448,6 +477,7 @@ QUILLMATE_API const char* quillmate_waitdisappear(const char* parameters);
  * Parameters:
  * - "target" (element locator, required): the elements.
  * Result: number. How many there are. 0 also when there is no page.
+ * Bound: 5 seconds.
  * Fails with:
  * - element check: "target" is no element locator.
  * - "Element not found!": the page does not respond.
@@ -461,6 +491,7 @@ QUILLMATE_API const char* quillmate_getelementcount(const char* parameters);
  * - "target" (element locator, required): the element.
  * - "value" (text of at most 65,535 bytes, may be empty): the tag name.
  * Result: number. How many there are.
+ * Bound: 5 seconds.
  * Fails with:
  * - element check: "target" is no element locator.
  * - the search's message: no element matches.
@@ -484,6 +515,7 @@ QUILLMATE_API const char* quillmate_getchildelementcount(const char* parameters)
  * - "manual-click" (word, may be empty): exactly "True": with the mouse. Anything else: by method.
  * Result: text, number or success. By method the empty text, or the number 0 when the page has not returned
  *   after one second. With the mouse a plain success.
+ * Bound: 6 seconds: 5 for the page to respond, 1 for the call.
  * Fails with:
  * - element check: "target" is no element locator.
  * - the search's message: no element matches.
@@ -504,6 +536,7 @@ QUILLMATE_API const char* quillmate_click(const char* parameters);
  * - "target" (element locator, required): the element.
  * - "value" (text of at most 65,535 bytes, may be empty): the new value.
  * Result: success.
+ * Bound: 9 seconds.
  * Fails with:
  * - element check: "target" is no element locator.
  * - general check: "value" is longer than 65,535 bytes.
@@ -524,6 +557,7 @@ QUILLMATE_API const char* quillmate_type_m(const char* parameters);
  * - "target" (element locator, required): the element.
  * - "value" (text of at most 65,535 bytes, may be empty): the new value.
  * Result: success.
+ * Bound: 9 seconds.
  * Fails with:
  * - element check: "target" is no element locator.
  * - general check: "value" is longer than 65,535 bytes.
@@ -541,6 +575,7 @@ QUILLMATE_API const char* quillmate_fasttype(const char* parameters);
  * - "target" (element locator, required): the element.
  * - "value" (text of at most 65,535 bytes, may be empty): the text to add.
  * Result: success.
+ * Bound: 6 seconds.
  * Fails with:
  * - element check: "target" is no element locator.
  * - general check: "value" is longer than 65,535 bytes.
@@ -557,6 +592,7 @@ QUILLMATE_API const char* quillmate_append(const char* parameters);
  * Parameters:
  * - "target" (element locator, required): the element.
  * Result: success.
+ * Bound: 9 seconds.
  * Fails with:
  * - element check: "target" is no element locator.
  * - "Element not found!": no element matches. A path's failing step is not named.
@@ -573,6 +609,7 @@ QUILLMATE_API const char* quillmate_clear(const char* parameters);
  * - "target" (element locator, required): the list, or an option in it.
  * - "value" (option selector, required): the option.
  * Result: success.
+ * Bound: 6 seconds.
  * Fails with:
  * - element check: "target" is no element locator.
  * - option check: "value" is no option selector.
@@ -595,6 +632,7 @@ QUILLMATE_API const char* quillmate_select_m(const char* parameters);
  * - "target" (element locator, required): the list, or an option in it.
  * - "value" (option selector, required): the option.
  * Result: success.
+ * Bound: 6 seconds.
  * Fails with:
  * - element check: "target" is no element locator.
  * - "Frame not found!": no window is selected, its page does not respond, or a selected frame is gone.
@@ -615,6 +653,7 @@ QUILLMATE_API const char* quillmate_deselect(const char* parameters);
  * - "value" (text of at most 65,535 bytes, may be empty): the attribute's name.
  * - "target" (element locator, required): the element.
  * Result: text. The attribute's text.
+ * Bound: 5 seconds.
  * Fails with:
  * - element check: "target" is no element locator.
  * - general check: "value" is longer than 65,535 bytes.
@@ -632,6 +671,7 @@ QUILLMATE_API const char* quillmate_getattribute(const char* parameters);
  * Parameters:
  * - "target" (element locator, required): the element.
  * Result: text. The element's inner text.
+ * Bound: 5 seconds.
  * Fails with:
  * - element check: "target" is no element locator.
  * - the search's message: no element matches.
@@ -646,6 +686,7 @@ QUILLMATE_API const char* quillmate_gettext(const char* parameters);
  * - "value" (text of at most 65,535 bytes, may be empty): the text.
  * - "target" (element locator, required): the element.
  * Result: success.
+ * Bound: 5 seconds.
  * Fails with:
  * - element check: "target" is no element locator.
  * - general check: "value" is longer than 65,535 bytes.
@@ -665,6 +706,7 @@ QUILLMATE_API const char* quillmate_sendkeystoelement(const char* parameters);
  * Result: text or number. The value of the script as a text, empty for null and undefined and the default
  *   text of an object ("[object]" where it has none), or the number 0 when the script has not returned
  *   after one second.
+ * Bound: 6 seconds: 5 for the page to respond, 1 for the call.
  * Fails with:
  * - general check: "value" is longer than 65,535 bytes.
  * - "Frame not found!": no window is selected, its page does not respond, or a selected frame is gone.
@@ -679,6 +721,7 @@ QUILLMATE_API const char* quillmate_executescript(const char* parameters);
  *
  * Parameters: none, may be null.
  * Result: text. The outer HTML of the document element.
+ * Bound: 5 seconds.
  * Fails with:
  * - "Frame not found!": there is no page, or it cannot be read.
  */
@@ -689,6 +732,7 @@ QUILLMATE_API const char* quillmate_pagesource(const char* parameters);
  *
  * Parameters: none, may be null.
  * Result: text in the second buffer. The cookie text, empty for a page without cookies.
+ * Bound: 5 seconds.
  * Fails with:
  * - "Frame not found!": no window is selected, or it is gone.
  * - "Current IE tab is NULL!": the page does not respond, or a selected frame is gone.
@@ -708,6 +752,7 @@ QUILLMATE_API const char* quillmate_getcookie(const char* parameters);
  *
  * Parameters: none, may be null.
  * Result: success.
+ * Bound: 1 second for each field and button of the box.
  * Fails with:
  * - "Assertalert failed": no box is open, or it has no such button.
  */
@@ -718,6 +763,7 @@ QUILLMATE_API const char* quillmate_assertalert(const char* parameters);
  *
  * Parameters: none, may be null.
  * Result: success.
+ * Bound: 1 second for each field and button of the box.
  * Fails with:
  * - "Choose ok on next confirmation failed!": no box is open, or it has no such button.
  */
@@ -728,6 +774,7 @@ QUILLMATE_API const char* quillmate_chooseokonnextconfirmation(const char* param
  *
  * Parameters: none, may be null.
  * Result: success.
+ * Bound: 1 second for each field and button of the box.
  * Fails with:
  * - "Choose cancel on next confirmation failed!": no box is open, or it has no such button.
  */
@@ -739,6 +786,7 @@ QUILLMATE_API const char* quillmate_choosecancelonnextconfirmation(const char* p
  * Parameters:
  * - "value" (text of at most 65,535 bytes, may be empty): the text.
  * Result: success.
+ * Bound: 1 second for each field and button of the box.
  * Fails with:
  * - general check: "value" is longer than 65,535 bytes.
  * - "Answer on next prompt failed!": no box is open, or it has no such button.
@@ -750,6 +798,7 @@ QUILLMATE_API const char* quillmate_answeronnextprompt(const char* parameters);
  *
  * Parameters: none, may be null.
  * Result: success.
+ * Bound: 1 second for each field and button of the box.
  * Fails with:
  * - "Choose cancel on next prompt failed!": no box is open, or it has no such button.
  */
@@ -763,6 +812,7 @@ QUILLMATE_API const char* quillmate_choosecancelonnextprompt(const char* paramet
  *   "True".
  * - "accept" (one of "True", "False", required): OK or Cancel.
  * Result: success.
+ * Bound: 1 second for each field and button of the box.
  * Fails with:
  * - "Click on alert dialog failed!": "accept" is neither, or no box is open, or it has no such button.
  * Note: With any other "accept" no box is looked for.
@@ -783,6 +833,7 @@ QUILLMATE_API const char* quillmate_clickonalertdialog(const char* parameters);
  * - "target" (element locator, required): the element.
  * - "value" (key sequence of at most 65,535 bytes, may be empty): the keys.
  * Result: success.
+ * Bound: 9 seconds.
  * Fails with:
  * - element check: "target" is no element locator.
  * - general check: "value" is longer than 65,535 bytes.
@@ -801,6 +852,7 @@ QUILLMATE_API const char* quillmate_sendkeys(const char* parameters);
  * Parameters:
  * - "target" (element locator, required): the element.
  * Result: success.
+ * Bound: 6 seconds.
  * Fails with:
  * - element check: "target" is no element locator.
  * - the search's message: no element matches.
@@ -818,6 +870,7 @@ QUILLMATE_API const char* quillmate_clickandhold(const char* parameters);
  * Parameters:
  * - "target" (element locator, required): the element.
  * Result: success.
+ * Bound: 6 seconds.
  * Fails with:
  * - element check: "target" is no element locator.
  * - the search's message: no element matches.
@@ -837,6 +890,7 @@ QUILLMATE_API const char* quillmate_doubleclick(const char* parameters);
  * Parameters:
  * - "target" (element locator, required): the element.
  * Result: success.
+ * Bound: 6 seconds.
  * Fails with:
  * - element check: "target" is no element locator.
  * - the search's message: no element matches.
@@ -854,6 +908,7 @@ QUILLMATE_API const char* quillmate_rightclick(const char* parameters);
  * Parameters:
  * - "target" (element locator, required): the element.
  * Result: success.
+ * Bound: 6 seconds.
  * Fails with:
  * - element check: "target" is no element locator.
  * - the search's message: no element matches.
@@ -871,6 +926,7 @@ QUILLMATE_API const char* quillmate_release(const char* parameters);
  * Parameters:
  * - "value" (offset X,Y in screen pixels, required): the distance.
  * Result: success.
+ * Bound: none. About 1 second for each 1,000 pixels of the way.
  * Fails with:
  * - coordinate check: "value" is no pair of numbers.
  * - "Get cursor pos failed!": the cursor's position cannot be read.
@@ -887,6 +943,7 @@ QUILLMATE_API const char* quillmate_movebyoffset(const char* parameters);
  * Parameters:
  * - "target" (element locator, required): the element.
  * Result: success.
+ * Bound: 5 seconds, and about 1 second for each 1,000 pixels of the way.
  * Fails with:
  * - element check: "target" is no element locator.
  * - the search's message: no element matches.
@@ -904,6 +961,7 @@ QUILLMATE_API const char* quillmate_movetoelement(const char* parameters);
  * - "target" (element locator, required): the element.
  * - "value" (offset X,Y in screen pixels, required): the distance from the centre.
  * Result: success.
+ * Bound: 5 seconds, and about 1 second for each 1,000 pixels of the way.
  * Fails with:
  * - element check: "target" is no element locator.
  * - coordinate check: "value" is no pair of numbers.
@@ -923,6 +981,7 @@ QUILLMATE_API const char* quillmate_movetoelementwithoffset(const char* paramete
  * - "value" (offset X,Y in screen pixels, may be empty): the distance. Empty: "0,0".
  * - "target" (element locator, may be empty): the element. Empty: from where the cursor is.
  * Result: success.
+ * Bound: 5 seconds, and about 1 second for each 1,000 pixels of the way.
  * Fails with:
  * - coordinate check: "value" is neither empty nor a pair of numbers.
  * - element check: "target" is neither empty nor an element locator.
@@ -944,6 +1003,7 @@ QUILLMATE_API const char* quillmate_move(const char* parameters);
  * - "target" (element locator, required): the element to drag.
  * - "value" (element locator, required): where to drop it.
  * Result: success.
+ * Bound: 5 seconds, and about 1 second for each 1,000 pixels of the way.
  * Fails with:
  * - element check: "target" or "value" is no element locator.
  * - the search's message: no element matches.
@@ -962,6 +1022,7 @@ QUILLMATE_API const char* quillmate_draganddrop(const char* parameters);
  * - "value" (offset X,Y in screen pixels, required): the distance.
  * - "target" (element locator, required): the element to drag.
  * Result: success.
+ * Bound: 5 seconds, and about 1 second for each 1,000 pixels of the way.
  * Fails with:
  * - element check: "target" is no element locator.
  * - coordinate check: "value" is no pair of numbers.
@@ -983,6 +1044,7 @@ QUILLMATE_API const char* quillmate_draganddropbyoffset(const char* parameters);
  * - "dest-pos" (offset X,Y in screen pixels, may be empty): the distance, for "pos".
  * - "dest-element" (element locator, may be empty): where to drop the element, for "element".
  * Result: success.
+ * Bound: 5 seconds, and about 1 second for each 1,000 pixels of the way.
  * Fails with:
  * - coordinate check: "dest-type" is neither word, or for "pos" "dest-pos" is no pair of numbers.
  * - element check: "target" is no element locator, or for "element" "dest-element" is none.
@@ -1003,6 +1065,7 @@ QUILLMATE_API const char* quillmate_dragdrop(const char* parameters);
  * - "target" (element locator, required): the element to drag.
  * - "value" (element locator, required): where to drop it.
  * Result: success.
+ * Bound: 5 seconds, and about 1 second for each 1,000 pixels of the way.
  * Fails with:
  * - element check: "target" or "value" is no element locator.
  * - the search's message: no element matches.
@@ -1019,6 +1082,7 @@ QUILLMATE_API const char* quillmate_draganddropforhtml5(const char* parameters);
  *
  * Parameters: none, may be null.
  * Result: success.
+ * Bound: returns at once.
  * Fails with:
  * - general check: the command cannot run.
  */
@@ -1029,6 +1093,7 @@ QUILLMATE_API const char* quillmate_actionchains(const char* parameters);
  *
  * Parameters: none, may be null.
  * Result: success.
+ * Bound: returns at once.
  * Fails with:
  * - general check: the command cannot run.
  */
@@ -1048,9 +1113,11 @@ QUILLMATE_API const char* quillmate_perform(const char* parameters);
  * - "target" (element locator, may be empty): the control that turns to the next page. Empty: read one
  *   page.
  * Result: array as text in UTF-8. The rows. Each is an array of the cells' texts.
+ * Bound: none. 5 seconds to find the table, then as long as its pages last.
  * Fails with:
  * - element check: "by" or "target" is neither empty nor an element locator.
- * - "Table not found!": no element matches "by", or it is neither a table nor in one.
+ * - "Table not found!": no element matches "by", it is neither a table nor in one, or the page stops
+ *   responding before its last table is read.
  * Note: The first row holds the column numbers from 0, or for a layui grid the texts of its header table.
  *   The rows of the table follow, its heading rows among them. Rows of more than 50,000 cells are left out.
  * Note: The control is clicked and the table read again as soon as the click has returned, until the
@@ -1069,6 +1136,7 @@ QUILLMATE_API const char* quillmate_gettable(const char* parameters);
  * - "save-path" (path, required): an existing folder.
  * - "file-name" (file name that ends in ".bmp", ".png" or ".tif" in lower case, required): the file.
  * Result: success.
+ * Bound: 10 seconds.
  * Fails with:
  * - "Frame not found!": no window is selected, its page does not respond, or a selected frame is gone.
  * - "Failed to save image!": the name has another ending, or the picture cannot be taken or written.
@@ -1085,6 +1153,7 @@ QUILLMATE_API const char* quillmate_takescreenshot(const char* parameters);
  * - "save-path" (path, required): an existing folder.
  * - "file-name" (file name that ends in ".bmp", ".png" or ".tif" in lower case, required): the file.
  * Result: success.
+ * Bound: 5 seconds.
  * Fails with:
  * - element check: "target" is no element locator.
  * - the search's message: no element matches.
@@ -1105,12 +1174,14 @@ QUILLMATE_API const char* quillmate_takeelementshot(const char* parameters);
  * - "target" (element locator, required): the element.
  * Result: object. "rect" with "left", "top", "right", "bottom" and "size" with "width", "height", whole
  *   screen pixels; "tagname"; "text", the current value of a form control, else the inner text.
+ * Bound: 5 seconds.
  * Fails with:
  * - element check: "target" is no element locator.
  * - the search's message: no element matches.
  * - "Get elementpos failed!": the element cannot be measured.
  * - "Element not found!": the element or its frame is gone.
- * Note: Scrolls the element into view. The text of a button without a value is its caption.
+ * Note: Scrolls the element into view. The text of a button is its value, which its caption is not:
+ *   "gettext" reads the caption.
  */
 QUILLMATE_API const char* quillmate_getcontrolinfo(const char* parameters);
 

@@ -1,7 +1,7 @@
 """Reads the contract of every command from include/quillmate.h.
 
-The header's comments have a fixed layout: a summary, then "Parameters:", "Result:", "Fails with:" and "Note:", each
-item or continuation indented. Whatever departs from it raises Malformed with the line that does.
+The header's comments have a fixed layout: a summary, then "Parameters:", "Result:", "Bound:", "Fails with:" and "Note:",
+each item or continuation indented. Whatever departs from it raises Malformed with the line that does.
 """
 import dataclasses
 import re
@@ -42,6 +42,7 @@ class Command:
     parameters: list
     result_kind: str
     result: str
+    bound: str
     failures: list
     notes: list
 
@@ -80,7 +81,7 @@ def paragraphs(comment):
         text = re.sub(r"^ \* ?", "", line)
         if text.startswith("  ") and lines:
             lines[-1] += " " + text.strip()
-        elif text.startswith(("- ", "Parameters:", "Result:", "Fails with:", "Note: ")) or not text or not lines:
+        elif text.startswith(("- ", "Parameters:", "Result:", "Bound: ", "Fails with:", "Note: ")) or not text or not lines:
             lines.append(text)
         elif lines[-1]:
             lines[-1] += " " + text
@@ -117,7 +118,7 @@ def parse_result(line):
 
 def parse_command(name, comment, checks):
     lines = [line for line in paragraphs(comment) if line]
-    command = Command(name, lines[0], [], None, None, [], [])
+    command = Command(name, lines[0], [], None, None, None, [], [])
     items = None
     for line in lines[1:]:
         if line == "Parameters: none, may be null.":
@@ -126,6 +127,8 @@ def parse_command(name, comment, checks):
             items = lambda item: command.parameters.append(parse_parameter(item))
         elif line.startswith("Result: "):
             command.result_kind, command.result = parse_result(line)
+        elif line.startswith("Bound: "):
+            command.bound = line.removeprefix("Bound: ")
         elif line == "Fails with:":
             items = lambda item: command.failures.append(parse_failure(item, checks))
         elif line.startswith("Note: "):
@@ -134,8 +137,8 @@ def parse_command(name, comment, checks):
             items(line)
         else:
             raise Malformed(f"{name}: {line}")
-    if command.result_kind is None or not command.failures:
-        raise Malformed(f"{name} lacks a result or its failures")
+    if command.result_kind is None or command.bound is None or not command.failures:
+        raise Malformed(f"{name} lacks a result, its bound or its failures")
     return command
 
 

@@ -1,9 +1,6 @@
 """Holds the header's contract against the library: its list of commands, its messages, and the tests that assert them.
 
 usage: check_contract.py SOURCE_ROOT
-
-tests/dll/unasserted_messages.txt lists the messages that no test asserts yet, each with the reason after a tab. A
-line there that is no longer needed is a failure, too, so that the list can only shrink.
 """
 import pathlib
 import re
@@ -76,14 +73,8 @@ def check_tests(header):
     told = {fixed(text) for command in header.commands() for text in header.messages_of(command)}
     tests = joined_literals("\n".join(path.read_text() for path in (ROOT / "tests").rglob("*.cpp")))
     asserted = {text for text in told if f'"{text}' in tests or f"({text}" in tests}
-    rows = (ROOT / "tests/dll/unasserted_messages.txt").read_text().splitlines()
-    excused = dict(row.split("\t") for row in rows if not row.startswith("#"))
-    for text in sorted(told - asserted - excused.keys()):
+    for text in sorted(told - asserted):
         yield f"no test asserts {text!r}"
-    for text in sorted(excused.keys() & asserted):
-        yield f"a test asserts {text!r} now: take it off unasserted_messages.txt"
-    for text in sorted(excused.keys() - told):
-        yield f"unasserted_messages.txt: no command gives {text!r}"
 
 
 def main():

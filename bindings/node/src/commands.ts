@@ -127,8 +127,8 @@ export abstract class Commands {
    * @param target the frame, or "relative=parent" or "relative=top". (frame locator)
    * @param options.timeOut milliseconds that the call may take.
    * @remarks Each selection starts from the one before. "relative=top" goes back to the page itself, even
-   * when a selected frame is gone. A failed selection changes nothing. JSON text passes the check but never
-   * names a frame.
+   * when a selected frame is gone. A failed selection changes nothing. JSON text passes the check, too. A
+   * frame locator in double quotes names its frame; any other JSON text names none.
    */
   async selectframe(target: string, options: { timeOut?: number | undefined } = {}): Promise<void> {
     await this.call("selectframe", { "target": target }, options.timeOut);
@@ -653,7 +653,8 @@ export abstract class Commands {
    * @param options.timeOut milliseconds that the call may take.
    * @returns "rect" with "left", "top", "right", "bottom" and "size" with "width", "height", whole screen
    * pixels; "tagname"; "text", the current value of a form control, else the inner text.
-   * @remarks Scrolls the element into view. The text of a button without a value is its caption.
+   * @remarks Scrolls the element into view. The text of a button is its value, which its caption is not:
+   * "gettext" reads the caption.
    */
   async getcontrolinfo(target: string, options: { timeOut?: number | undefined } = {}): Promise<ControlInfo> {
     return (await this.call("getcontrolinfo", { "target": target }, options.timeOut)) as ControlInfo;

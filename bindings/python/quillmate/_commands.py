@@ -110,7 +110,8 @@ class Commands:
         Each selection starts from the one before. "relative=top" goes back to the page itself, even when a
         selected frame is gone. A failed selection changes nothing.
 
-        JSON text passes the check but never names a frame.
+        JSON text passes the check, too. A frame locator in double quotes names its frame; any other JSON text
+        names none.
         """
         self.call("selectframe", {"target": target}, time_out=time_out)
 
@@ -597,6 +598,7 @@ class Commands:
         Returns: "rect" with "left", "top", "right", "bottom" and "size" with "width", "height", whole screen
         pixels; "tagname"; "text", the current value of a form control, else the inner text.
 
-        Scrolls the element into view. The text of a button without a value is its caption.
+        Scrolls the element into view. The text of a button is its value, which its caption is not: "gettext"
+        reads the caption.
         """
         return cast(Dict[str, Any], self.call("getcontrolinfo", {"target": target}, time_out=time_out))
