@@ -4,8 +4,7 @@
 #include <servprov.h>
 #include <stdexcept>
 
-#include "com/bstr.h"
-#include "com/variant.h"
+#include "com/owned.h"
 
 namespace quillmate::bench {
 namespace {

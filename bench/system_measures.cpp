@@ -4,7 +4,7 @@
 #include <stdexcept>
 #include <vector>
 
-#include "com/handle.h"
+#include "com/owned.h"
 #include "measures.h"
 #include "report.h"
 

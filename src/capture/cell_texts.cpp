@@ -1,8 +1,7 @@
 #include "capture/cell_texts.h"
 
-#include "com/bstr.h"
 #include "com/encoding.h"
-#include "com/variant.h"
+#include "com/owned.h"
 #include "locate/collection_items.h"
 
 namespace quillmate {

@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "com/com_ptr.h"
+#include "com/owned.h"
 
 namespace quillmate {
 

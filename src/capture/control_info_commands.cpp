@@ -8,9 +8,8 @@
 #include "com/encoding.h"
 #include "commands.h"
 #include "dom/control_value.h"
-#include "locate/element_search.h"
+#include "locate/current_page.h"
 #include "locate/geometry.h"
-#include "session/current_page.h"
 
 namespace quillmate {
 namespace {

@@ -12,7 +12,7 @@ using std::min;
 #include <gdiplus.h>
 
 #include "com/encoding.h"
-#include "com/library_lifetime.h"
+#include "com/process.h"
 
 namespace quillmate {
 namespace {

@@ -6,9 +6,8 @@
 #include "capture/picture.h"
 #include "com/worker.h"
 #include "commands.h"
-#include "locate/element_search.h"
+#include "locate/current_page.h"
 #include "locate/geometry.h"
-#include "session/current_page.h"
 
 namespace quillmate {
 namespace {

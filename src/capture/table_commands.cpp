@@ -6,10 +6,10 @@
 
 #include "api/messages.h"
 #include "capture/table_source.h"
-#include "com/bstr.h"
+#include "com/owned.h"
 #include "commands.h"
 #include "dom/worker_calls.h"
-#include "locate/element_search.h"
+#include "locate/current_page.h"
 
 namespace quillmate {
 namespace {
@@ -82,6 +82,8 @@ Result GetTable(Session& session, const CommandParams& params) {
     if (page == nullptr) break;
     AppendRows(table.get(), page.get());
   }
+  // A page that does not respond may have more rows.
+  if (WasTargetSilent(session)) return Fail(messages::kTableNotFound);
   return PrintedAsText(table.get());
 }
 

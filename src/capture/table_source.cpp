@@ -5,8 +5,7 @@
 #include <utility>
 
 #include "capture/cell_texts.h"
-#include "com/bstr.h"
-#include "com/variant.h"
+#include "com/owned.h"
 #include "locate/collection_items.h"
 
 namespace quillmate {

@@ -6,8 +6,8 @@
 #include <optional>
 #include <stdexcept>
 
-#include "com/com_ptr.h"
 #include "com/json.h"
+#include "com/owned.h"
 
 namespace quillmate {
 

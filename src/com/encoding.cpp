@@ -28,4 +28,6 @@ std::wstring FromAnsi(std::string_view text) { return Widen(text, CP_ACP); }
 std::string ToUtf8(std::wstring_view text) { return Narrow(text, CP_UTF8); }
 std::wstring FromUtf8(std::string_view text) { return Widen(text, CP_UTF8); }
 
+bool IsLeadByte(char byte) { return IsDBCSLeadByteEx(CP_ACP, static_cast<BYTE>(byte)) != FALSE; }
+
 }  // namespace quillmate::com

@@ -16,4 +16,7 @@ std::string ToUtf8(std::wstring_view text);
 /// UTF-8 to UTF-16; an invalid byte becomes U+FFFD.
 std::wstring FromUtf8(std::string_view text);
 
+/// Whether a byte of the ANSI code page begins a character of two bytes.
+bool IsLeadByte(char byte);
+
 }  // namespace quillmate::com

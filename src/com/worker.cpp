@@ -14,9 +14,9 @@
 #include <ctime>
 #include <thread>
 
-#include "com/apartment.h"
-#include "com/busy_retry.h"
-#include "com/library_lifetime.h"
+#include "com/call_limit.h"
+#include "com/owned.h"
+#include "com/process.h"
 
 namespace quillmate::com {
 namespace {
@@ -58,7 +58,7 @@ ComPtr<IUnknown> Unmarshal(Work& work) {
 
 void RunInOwnApartment(Work& work) {
   const Apartment apartment;
-  const BusyRetry retry(kBusyLimit);
+  const CallLimit retry(kBusyLimit, AfterLimit::kWait);
   const auto object = Unmarshal(work);
   if (!work.IsAwaited()) return;
   work.call(object.Get());

@@ -12,7 +12,7 @@
 #include <type_traits>
 #include <utility>
 
-#include "com/com_ptr.h"
+#include "com/owned.h"
 
 namespace quillmate::com {
 

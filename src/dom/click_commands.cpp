@@ -3,9 +3,8 @@
 #include "api/messages.h"
 #include "commands.h"
 #include "dom/worker_calls.h"
-#include "input/input_taken.h"
-#include "input/pointer.h"
-#include "locate/element_search.h"
+#include "input/synthesized_input.h"
+#include "locate/current_page.h"
 #include "locate/geometry.h"
 
 namespace quillmate {

@@ -1,8 +1,7 @@
 // Values of form controls through the interface of each kind.
 #include "dom/control_value.h"
 
-#include "com/com_ptr.h"
-#include "com/variant.h"
+#include "com/owned.h"
 
 namespace quillmate {
 namespace {

@@ -6,7 +6,7 @@
 #include <optional>
 #include <string_view>
 
-#include "com/bstr.h"
+#include "com/owned.h"
 
 namespace quillmate {
 

@@ -5,11 +5,11 @@
 
 #include "api/messages.h"
 #include "com/encoding.h"
-#include "com/poll.h"
+#include "com/process.h"
 #include "commands.h"
 #include "dom/control_value.h"
 #include "dom/element_keys.h"
-#include "locate/element_search.h"
+#include "locate/current_page.h"
 
 namespace quillmate {
 namespace {

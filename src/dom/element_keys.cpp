@@ -4,12 +4,11 @@
 #include <utility>
 
 #include "api/messages.h"
-#include "com/call_failure.h"
-#include "com/com_ptr.h"
+#include "com/call_limit.h"
+#include "com/owned.h"
 #include "com/worker.h"
-#include "input/input_taken.h"
-#include "input/send_keys.h"
-#include "session/current_page.h"
+#include "input/synthesized_input.h"
+#include "locate/current_page.h"
 #include "session/windows.h"
 
 namespace quillmate {

@@ -3,15 +3,13 @@
 #include <utility>
 
 #include "api/messages.h"
-#include "com/bstr.h"
-#include "com/com_ptr.h"
 #include "com/encoding.h"
+#include "com/owned.h"
 #include "commands.h"
 #include "dom/worker_calls.h"
 #include "locate/attribute_text.h"
-#include "locate/element_search.h"
+#include "locate/current_page.h"
 #include "locate/frames.h"
-#include "session/current_page.h"
 
 namespace quillmate {
 

@@ -7,11 +7,10 @@
 
 #include "api/messages.h"
 #include "com/encoding.h"
-#include "com/variant.h"
+#include "com/owned.h"
 #include "commands.h"
 #include "dom/worker_calls.h"
-#include "locate/element_search.h"
-#include "session/current_page.h"
+#include "locate/current_page.h"
 
 namespace quillmate {
 namespace {

@@ -6,12 +6,21 @@
 #include <mshtml.h>
 #include <optional>
 #include <string>
+#include <string_view>
 
 #include "api/result.h"
-#include "com/com_ptr.h"
+#include "com/owned.h"
 #include "session/session.h"
 
 namespace quillmate {
+
+/// Evaluates a script as the page's own code would. Blocks while the script runs. Why a script failed goes to
+/// the debug output.
+/// @param script in the ANSI code page.
+/// @return the value's text in the ANSI code page: "" for null and undefined, true or false, a number's or a
+/// string's text, an object's default text, "[object]" for an object without one; nothing when the script
+/// threw or the page ran none.
+std::optional<std::string> EvaluateScript(IHTMLWindow2* window, std::string_view script);
 
 /// How a click ended: it returned; it has not returned in time; a dialog of the page holds it up; it failed.
 enum class ClickOutcome { kReturned, kStillRunning, kHeldUp, kFailed };

@@ -1,9 +1,8 @@
 // Attributes over IHTMLElement::getAttribute, which below document mode 9 reads properties instead.
 #include "locate/attribute_text.h"
 
-#include "com/bstr.h"
 #include "com/encoding.h"
-#include "com/variant.h"
+#include "com/owned.h"
 
 namespace quillmate {
 namespace {
@@ -14,12 +13,23 @@ HRESULT Read(IHTMLElement* element, std::wstring_view name, com::Variant& value)
 
 bool IsNothing(const com::Variant& value) { return value.type() == VT_NULL || value.type() == VT_EMPTY; }
 
+/// Attribute names have no case.
+bool IsNamed(std::wstring_view name, std::wstring_view other) {
+  return CompareStringOrdinal(name.data(), static_cast<int>(name.size()), other.data(),
+                              static_cast<int>(other.size()), TRUE) == CSTR_EQUAL;
+}
+
 /// The property behind an attribute whose name is a word of the script language; null for every other
 /// attribute.
 const wchar_t* PropertyBehind(std::wstring_view name) {
-  if (name == L"class") return L"className";
-  if (name == L"for") return L"htmlFor";
+  if (IsNamed(name, L"class")) return L"className";
+  if (IsNamed(name, L"for")) return L"htmlFor";
   return nullptr;
+}
+
+/// Attributes that old browsers deny to have when a script has set them.
+bool IsDeniedWhenScripted(std::wstring_view name) {
+  return IsNamed(name, L"id") || IsNamed(name, L"name") || IsNamed(name, L"coords");
 }
 
 std::optional<std::string> ToText(const com::Variant& value) {
@@ -69,7 +79,9 @@ std::optional<std::string> ReadAttribute(IHTMLElement* element, std::string_view
 
 std::optional<std::string> ReadWrittenAttribute(IHTMLElement* element, std::string_view name) {
   auto text = ReadAttribute(element, name);
-  if (!text || !IsWritten(element, com::FromAnsi(name))) return std::nullopt;
+  const std::wstring wide_name = com::FromAnsi(name);
+  if (text && !text->empty() && IsDeniedWhenScripted(wide_name)) return text;
+  if (!text || !IsWritten(element, wide_name)) return std::nullopt;
   return text;
 }
 

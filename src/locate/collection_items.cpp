@@ -5,7 +5,7 @@
 #include <limits>
 #include <utility>
 
-#include "com/variant.h"
+#include "com/owned.h"
 
 namespace quillmate {
 namespace {

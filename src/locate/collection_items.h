@@ -5,7 +5,7 @@
 #include <mshtml.h>
 #include <vector>
 
-#include "com/com_ptr.h"
+#include "com/owned.h"
 
 namespace quillmate {
 

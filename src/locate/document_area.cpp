@@ -4,9 +4,8 @@
 #include <string>
 #include <string_view>
 
-#include "com/bstr.h"
 #include "com/encoding.h"
-#include "com/variant.h"
+#include "com/owned.h"
 #include "session/windows.h"
 
 namespace quillmate {

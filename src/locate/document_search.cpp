@@ -3,11 +3,10 @@
 #include <utility>
 
 #include "api/messages.h"
-#include "api/patterns.h"
-#include "com/bstr.h"
-#include "com/call_failure.h"
+#include "api/validation.h"
+#include "com/call_limit.h"
 #include "com/encoding.h"
-#include "locate/code_page.h"
+#include "com/owned.h"
 #include "locate/collection_matches.h"
 #include "locate/locator_syntax.h"
 #include "locate/path_query.h"
@@ -59,7 +58,7 @@ FoundOrFailure FindIn(com::ComPtr<IHTMLElementCollection> collection, std::strin
 using Collect = HRESULT (*)(IHTMLDocument2*, std::string_view, IHTMLElementCollection**);
 
 FoundOrFailure FindBy(Collect collect, IHTMLDocument2* document, std::string_view value, Wanted wanted) {
-  const auto [head, selector] = SplitBracket(value, IsLeadByte);
+  const auto [head, selector] = SplitBracket(value, com::IsLeadByte);
   com::ComPtr<IHTMLElementCollection> collection;
   const HRESULT result = collect(document, head, &collection);
   if (FAILED(result)) return NotFound(result);

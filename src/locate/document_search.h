@@ -8,7 +8,7 @@
 #include <string_view>
 
 #include "api/result.h"
-#include "com/com_ptr.h"
+#include "com/owned.h"
 
 namespace quillmate {
 

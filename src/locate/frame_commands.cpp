@@ -4,7 +4,7 @@
 
 #include "api/messages.h"
 #include "commands.h"
-#include "session/current_page.h"
+#include "locate/current_page.h"
 
 namespace quillmate {
 namespace {

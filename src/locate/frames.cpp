@@ -9,11 +9,10 @@
 #include <string>
 #include <utility>
 
-#include "api/patterns.h"
-#include "com/bstr.h"
-#include "com/call_failure.h"
+#include "api/validation.h"
+#include "com/call_limit.h"
 #include "com/encoding.h"
-#include "com/variant.h"
+#include "com/owned.h"
 #include "locate/attribute_text.h"
 #include "locate/collection_matches.h"
 #include "locate/locator_syntax.h"

@@ -1,8 +1,8 @@
 #include "locate/geometry.h"
 
 #include "api/messages.h"
+#include "locate/current_page.h"
 #include "locate/document_area.h"
-#include "session/current_page.h"
 
 namespace quillmate {
 namespace {

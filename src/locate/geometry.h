@@ -7,7 +7,7 @@
 #include <optional>
 
 #include "api/result.h"
-#include "com/com_ptr.h"
+#include "com/owned.h"
 #include "locate/frames.h"
 #include "locate/screen_area.h"
 #include "session/session.h"

@@ -3,7 +3,7 @@
 
 #include <charconv>
 
-#include "api/patterns.h"
+#include "api/validation.h"
 
 namespace quillmate {
 namespace {

@@ -14,12 +14,10 @@
 #include <vector>
 
 #include "api/messages.h"
-#include "com/call_failure.h"
+#include "com/call_limit.h"
 #include "com/encoding.h"
-#include "locate/code_page.h"
-#include "locate/first_step.h"
 #include "locate/locator_syntax.h"
-#include "locate/step_candidates.h"
+#include "locate/path_steps.h"
 
 namespace quillmate {
 namespace {
@@ -54,7 +52,7 @@ class Level {
 class XPathQuery {
  public:
   XPathQuery(IHTMLDocument2* document, std::string_view path, Wanted wanted)
-      : document_(document), steps_(SplitPath(path, IsLeadByte)), wanted_(wanted) {}
+      : document_(document), steps_(SplitPath(path, com::IsLeadByte)), wanted_(wanted) {}
 
   FoundOrFailure Run() {
     levels_.emplace_back(Context());
@@ -99,8 +97,11 @@ class XPathQuery {
     if (step.selector.empty() && step.head == "/..") return OpenParent(context);
     Selector selector = ParseSelector(step.selector);
     if (TakesNothing(selector)) return OpenMatches({}, EveryItem{}, number);
-    if (number == 0 && !std::exchange(document_asked_, true))
-      return OpenFirstStep(AskDocument(document_, step, selector, wanted_), std::move(selector));
+    if (number == 0 && !std::exchange(document_asked_, true)) {
+      // Before the selector is moved: the order of a call's arguments is not given.
+      auto answer = AskDocument(document_, step, selector, wanted_);
+      return OpenFirstStep(std::move(answer), std::move(selector));
+    }
     Candidates candidates;
     const HRESULT result = CollectCandidates(document_, context, step.head, candidates);
     if (com::FailedInTransit(result)) return result;

@@ -1,19 +1,62 @@
 // The commands that ask whether an element is there, count elements, or wait for one to appear or go.
+#include <windows.h>
+#include <mshtml.h>
 #include <string>
 
 #include "api/messages.h"
-#include "com/bstr.h"
+#include "com/call_limit.h"
 #include "com/encoding.h"
-#include "com/poll.h"
-#include "com/variant.h"
+#include "com/owned.h"
+#include "com/process.h"
 #include "commands.h"
+#include "locate/current_page.h"
 #include "locate/document_search.h"
-#include "locate/element_search.h"
-#include "locate/visibility.h"
-#include "session/current_page.h"
 
 namespace quillmate {
 namespace {
+
+enum class Display {
+  kShown,
+  kHidden,
+  /// A call failed on its way to the page.
+  kUnknown
+};
+
+/// @return S_OK when the element's own display is a value other than none, S_FALSE when it is none or there
+/// is no value, else the call's failure.
+HRESULT HasDisplay(IHTMLElement* element) {
+  com::ComPtr<IHTMLElement2> styled;
+  com::ComPtr<IHTMLCurrentStyle> style;
+  com::Bstr display;
+  HRESULT result = com::QueryKnown(element, styled);
+  if (SUCCEEDED(result)) result = styled->get_currentStyle(&style);
+  if (SUCCEEDED(result) && style != nullptr) result = style->get_display(display.put());
+  if (FAILED(result)) return result;
+  if (display.get() == nullptr) return S_FALSE;
+  const com::Bstr none(L"none");
+  const HRESULT order = VarBstrCmp(display.get(), none.get(), LOCALE_USER_DEFAULT, 0);
+  return order == static_cast<HRESULT>(VARCMP_EQ) ? S_FALSE : S_OK;
+}
+
+Display NotShown(HRESULT result) {
+  return com::FailedInTransit(result) ? Display::kUnknown : Display::kHidden;
+}
+
+/// An element is shown when neither it nor any of its ancestors has a computed display of none. Size,
+/// opacity, the visibility property and the scroll position play no part. An element without a style, or
+/// null, is hidden.
+Display ReadDisplay(com::ComPtr<IHTMLElement> element) {
+  while (element != nullptr) {
+    HRESULT result = HasDisplay(element.Get());
+    if (result != S_OK) return NotShown(result);
+    com::ComPtr<IHTMLElement> parent;
+    result = element->get_parentElement(&parent);
+    if (FAILED(result)) return NotShown(result);
+    if (parent == nullptr || com::IsSameObject(parent.Get(), element.Get())) return Display::kShown;
+    element = std::move(parent);
+  }
+  return Display::kHidden;
+}
 
 constexpr int kWaitAttempts = 10;
 constexpr std::chrono::seconds kWaitInterval(1);

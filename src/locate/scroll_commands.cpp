@@ -3,13 +3,12 @@
 
 #include "api/messages.h"
 #include "api/validation.h"
-#include "com/bstr.h"
-#include "com/call_failure.h"
+#include "com/call_limit.h"
+#include "com/owned.h"
 #include "commands.h"
-#include "locate/element_search.h"
+#include "locate/current_page.h"
 #include "locate/frames.h"
 #include "locate/geometry.h"
-#include "session/current_page.h"
 
 namespace quillmate {
 namespace {

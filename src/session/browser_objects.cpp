@@ -6,11 +6,15 @@
 #include <shlguid.h>
 #include <shobjidl.h>
 #include <memory>
+#include <mutex>
 #include <type_traits>
+#include <utility>
+#include <vector>
 
 #include "com/call_limit.h"
-#include "com/no_destructor.h"
-#include "com/variant.h"
+#include "com/owned.h"
+#include "com/process.h"
+#include "com/worker.h"
 #include "session/windows.h"
 
 namespace quillmate {
@@ -49,6 +53,98 @@ com::ComPtr<T> GetHtmlObject(HWND window) {
   return SUCCEEDED(result) ? object : com::ComPtr<T>();
 }
 
+/// Whether the page of any tab on the desktop takes no messages.
+bool IsAnyTabSilent() {
+  for (HWND window : TopLevelWindows()) {
+    for (const wchar_t* tab_class : {L"Frame Tab", L"AtlAxWin100"}) {
+      for (HWND tab : ChildrenOfClass(window, tab_class)) {
+        HWND page = FindPageWindow(tab);
+        if (page != nullptr && AskWindow(page) == Response::kSilent) return true;
+      }
+    }
+  }
+  return false;
+}
+
+/// @return the browser at a place of the shell's list; null for what is none. A tab that hangs answers this when it
+/// answers again.
+com::ComPtr<IWebBrowser2> ListedBrowser(IShellWindows* windows, LONG place) {
+  com::ComPtr<IDispatch> item;
+  if (FAILED(windows->Item(com::Variant::Int(place).get(), &item))) return {};
+  return com::Query<IWebBrowser2>(item);
+}
+
+/// A walk over the shell's list on workers. One that is held up by a tab is left behind, and the next goes on after
+/// that tab.
+class ListWalk {
+ public:
+  /// Walks from here on, until the end or until another walk is ahead.
+  void GoOn() {
+    com::ComPtr<IShellWindows> windows;
+    LONG count = 0;
+    if (SUCCEEDED(CoCreateInstance(CLSID_ShellWindows, nullptr, CLSCTX_ALL, IID_PPV_ARGS(&windows)))) {
+      windows->get_Count(&count);
+    }
+    for (LONG place = Next(); place < count; ++place) {
+      if (!Take(place)) return;
+      Keep(ListedBrowser(windows.Get(), place));
+    }
+    const std::scoped_lock guard(lock_);
+    ended_ = true;
+  }
+  bool HasEnded() {
+    const std::scoped_lock guard(lock_);
+    return ended_;
+  }
+  /// @return what was found so far, marshalled; a walk that comes later keeps nothing more.
+  std::vector<com::ComPtr<IStream>> End() {
+    const std::scoped_lock guard(lock_);
+    ended_ = true;
+    return std::move(browsers_);
+  }
+
+ private:
+  LONG Next() {
+    const std::scoped_lock guard(lock_);
+    return next_;
+  }
+  bool Take(LONG place) {
+    const std::scoped_lock guard(lock_);
+    if (ended_ || next_ != place) return false;
+    ++next_;
+    return true;
+  }
+  void Keep(const com::ComPtr<IWebBrowser2>& browser) {
+    const std::scoped_lock guard(lock_);
+    com::ComPtr<IStream> stream;
+    if (browser == nullptr || ended_) return;
+    if (SUCCEEDED(CoMarshalInterThreadInterfaceInStream(__uuidof(IWebBrowser2), browser.Get(), &stream))) {
+      browsers_.push_back(std::move(stream));
+    }
+  }
+
+  std::mutex lock_;
+  LONG next_ = 0;
+  bool ended_ = false;
+  std::vector<com::ComPtr<IStream>> browsers_;
+};
+
+/// Visits the browsers of the shell's list that answer while some tab does not. The list does not tell which one that
+/// is, and Wine cancels no call.
+void VisitTabsThatAnswer(const std::function<bool(com::ComPtr<IWebBrowser2>)>& visit) {
+  constexpr int kWalks = 5;
+  const auto walk = std::make_shared<ListWalk>();
+  for (int i = 0; i < kWalks && !walk->HasEnded(); ++i) {
+    com::RunInTime([walk] { walk->GoOn(); }, kMessageLimit);
+  }
+  bool is_found = false;
+  for (auto& stream : walk->End()) {
+    com::ComPtr<IWebBrowser2> browser;
+    CoGetInterfaceAndReleaseStream(stream.Detach(), IID_PPV_ARGS(&browser));
+    is_found = is_found || (browser != nullptr && visit(std::move(browser)));
+  }
+}
+
 }  // namespace
 
 void HoldTypeLibrary() { static const com::NoDestructor<com::ComPtr<ITypeLib>> library(LoadTypeLibrary()); }
@@ -85,7 +181,7 @@ HWND GetTabWindow(IWebBrowser2* browser) {
 }
 
 void ForEachShellBrowser(const std::function<bool(com::ComPtr<IWebBrowser2>)>& visit) {
-  // The list also holds browsers that hang. Nothing tells which before they are asked.
+  if (IsAnyTabSilent()) return VisitTabsThatAnswer(visit);
   const com::CallLimit limit(kMessageLimit);
   com::ComPtr<IShellWindows> windows;
   LONG count = 0;
@@ -94,9 +190,7 @@ void ForEachShellBrowser(const std::function<bool(com::ComPtr<IWebBrowser2>)>& v
     return;
   }
   for (LONG i = 0; i < count; ++i) {
-    com::ComPtr<IDispatch> item;
-    if (FAILED(windows->Item(com::Variant::Int(i).get(), &item))) continue;
-    auto browser = com::Query<IWebBrowser2>(item);
+    auto browser = ListedBrowser(windows.Get(), i);
     if (browser != nullptr && visit(std::move(browser))) return;
   }
 }

@@ -7,7 +7,7 @@
 #include <mshtml.h>
 #include <functional>
 
-#include "com/com_ptr.h"
+#include "com/owned.h"
 
 namespace quillmate {
 

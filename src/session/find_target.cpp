@@ -4,10 +4,9 @@
 #include <string>
 #include <utility>
 
-#include "api/patterns.h"
 #include "api/validation.h"
-#include "com/bstr.h"
 #include "com/encoding.h"
+#include "com/owned.h"
 #include "locate/document_search.h"
 #include "locate/locator_syntax.h"
 #include "session/browser_objects.h"

@@ -5,14 +5,32 @@
 // of these.
 #pragma once
 
+#include <windows.h>
+#include <mshtml.h>
+#include <functional>
+#include <map>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <vector>
 
-#include "locate/element_registry.h"
+#include "com/agile.h"
+#include "com/owned.h"
 #include "session/window_holder.h"
 
 namespace quillmate {
+
+/// Elements that getelement remembered under a name.
+class ElementRegistry {
+ public:
+  /// Remembers an element; a name used before names the new element from now on.
+  void Remember(std::string name, com::ComPtr<IHTMLElement> element);
+  /// @return the element remembered under a name; null when there is none.
+  com::ComPtr<IHTMLElement> Recall(std::string_view name) const;
+
+ private:
+  std::map<std::string, com::Agile<IHTMLElement>, std::less<>> elements_;
+};
 
 struct CurrentTarget {
   /// The selected surface; null in the record of a browser that could not be started.

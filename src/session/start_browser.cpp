@@ -2,11 +2,9 @@
 
 #include <windows.h>
 
-#include "com/bstr.h"
 #include "com/encoding.h"
-#include "com/handle.h"
-#include "com/poll.h"
-#include "com/variant.h"
+#include "com/owned.h"
+#include "com/process.h"
 #include "session/browser_objects.h"
 
 namespace quillmate {

@@ -3,7 +3,7 @@
 #include <exdisp.h>
 #include <string_view>
 
-#include "com/com_ptr.h"
+#include "com/owned.h"
 
 namespace quillmate {
 

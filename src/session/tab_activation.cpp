@@ -8,12 +8,10 @@
 #include <string>
 #include <vector>
 
-#include "com/bstr.h"
-#include "com/com_ptr.h"
 #include "com/encoding.h"
-#include "com/poll.h"
-#include "com/variant.h"
-#include "input/send_keys.h"
+#include "com/owned.h"
+#include "com/process.h"
+#include "input/synthesized_input.h"
 #include "session/browser_objects.h"
 #include "session/windows.h"
 

@@ -1,11 +1,14 @@
-// The commands that choose, start, open, size and close windows and tabs.
+// The commands that choose, start, open, size and close windows and tabs, and go back and forth through their pages.
 #include <windows.h>
 #include <algorithm>
 #include <string>
 
 #include "api/messages.h"
-#include "com/poll.h"
+#include "com/encoding.h"
+#include "com/owned.h"
+#include "com/process.h"
 #include "commands.h"
+#include "locate/current_page.h"
 #include "session/find_target.h"
 #include "session/session.h"
 #include "session/start_browser.h"
@@ -71,6 +74,9 @@ bool Resize(HWND window, const CoordinatePair& size) {
          GetWindowRect(window, &rect) && rect.right - rect.left == size.x && rect.bottom - rect.top == size.y;
 }
 
+/// As long as a call to a busy page may take: its thread can be the frame's, too.
+constexpr std::chrono::seconds kFrameLimit(5);
+
 /// Sizes the top-level window of the selected surface.
 /// @param change sets the window's size and returns whether the window took it.
 template <class Change>
@@ -78,7 +84,8 @@ OrFailure<void> SizeWindow(Session& session, Change change) {
   const WindowHolder* holder = session.ValidHolder();
   HWND window = holder != nullptr ? GetAncestor(holder->GetWindowHandle(), GA_ROOT) : nullptr;
   if (window == nullptr) return Failed(messages::kBrowserNotFound);
-  if (!AnswersInTime(window) || !change(window)) return Failed(messages::kSelectWindowSizeFail);
+  const bool responds = AskWindow(window, kFrameLimit) == Response::kAnswers;
+  if (!responds || !change(window)) return Failed(messages::kSelectWindowSizeFail);
   return {};
 }
 
@@ -126,6 +133,36 @@ OrFailure<void> SelectNamedTarget(Session& session, const CommandParams& params)
 }
 
 }  // namespace
+
+Result Refresh(Session& session, const CommandParams&) {
+  WindowHolder* holder = session.ValidHolder();
+  if (holder == nullptr || !holder->Answers()) return Fail(messages::kRefreshFail);
+  // Deliberate: a page that is still loading is refused with this message.
+  if (holder->IsBusy()) return Fail(messages::kFrameNotFound);
+  return holder->Refresh() ? Done() : Fail(messages::kRefreshFail);
+}
+
+Result Forward(Session& session, const CommandParams&) {
+  WindowHolder* holder = session.ValidHolder();
+  if (holder == nullptr) return Fail(messages::kFrameNotFound);
+  return holder->GoForward() ? Done() : Fail(messages::kGoForwardFail);
+}
+
+Result Back(Session& session, const CommandParams&) {
+  WindowHolder* holder = session.ValidHolder();
+  if (holder == nullptr) return Fail(messages::kFrameNotFound);
+  return holder->GoBack() ? Done() : Fail(messages::kGoBackFail);
+}
+
+Result CurrentUrl(Session& session, const CommandParams&) {
+  if (session.ValidHolder() == nullptr) return Fail(messages::kBrowserNotFound);
+  const auto document = GetFrameDocument(session);
+  if (document == nullptr) return Fail(messages::kFrameNotFound);
+  com::Bstr url;
+  if (FAILED(document->get_URL(url.put())) || url.get() == nullptr) return Fail(messages::kGetUrlFailed);
+  // Deliberate: addresses alone are returned in UTF-8.
+  return Text(com::ToUtf8(url.view()));
+}
 
 Result SelectWindow(Session& session, const CommandParams& params) {
   if (const auto selected = SelectNamedTarget(session, params); !selected) return selected.error();

@@ -3,9 +3,9 @@
 #include <algorithm>
 #include <functional>
 
-#include "com/bstr.h"
-#include "com/poll.h"
-#include "input/send_keys.h"
+#include "com/owned.h"
+#include "com/process.h"
+#include "input/synthesized_input.h"
 #include "session/browser_objects.h"
 #include "session/start_browser.h"
 #include "session/tab_activation.h"

@@ -9,7 +9,7 @@
 #include <string_view>
 
 #include "com/agile.h"
-#include "com/com_ptr.h"
+#include "com/owned.h"
 #include "session/windows.h"
 
 namespace quillmate {

@@ -4,9 +4,8 @@
 #include <limits>
 #include <string>
 
-#include "com/bstr.h"
 #include "com/encoding.h"
-#include "com/variant.h"
+#include "com/owned.h"
 #include "dom/object.h"
 
 namespace testbrowser::dom {

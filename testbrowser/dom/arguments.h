@@ -7,7 +7,7 @@
 #include <variant>
 #include <vector>
 
-#include "com/com_ptr.h"
+#include "com/owned.h"
 #include "engine/json.h"
 
 namespace testbrowser::dom {
@@ -49,6 +49,8 @@ class ResultPlace {
     return result;
   }
 
+  /// Whether the caller wants an object.
+  bool IsObject() const { return kind_ == Kind::kObject; }
   /// Empties the place, as every call does before it can fail.
   /// @return E_POINTER when the caller gave none.
   HRESULT Clear() const;

@@ -8,7 +8,7 @@
 #include <iterator>
 #include <utility>
 
-#include "com/com_ptr.h"
+#include "com/owned.h"
 #include "dom/type_libraries.h"
 
 namespace testbrowser::dom {

@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "com/com_ptr.h"
+#include "com/owned.h"
 #include "engine/page.h"
 
 namespace testbrowser::dom {

@@ -1,9 +1,12 @@
 #include "dom/enumerator.h"
 
+#include "engine/call_fate.h"
+
 namespace testbrowser::dom {
 
 HRESULT Enumerator::Next(ULONG count, VARIANT* values, ULONG* fetched) {
   if (fetched != nullptr) *fetched = 0;
+  if (const auto failure = engine::TakeCallFailure()) return *failure;
   if (values == nullptr && count > 0) return E_INVALIDARG;
   const quillmate::com::ComPtr<Object> collection = collection_;
   const Reply reply =

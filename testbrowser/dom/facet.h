@@ -42,14 +42,9 @@ class Facet : public Base, public FacetBase {
 
  protected:
   HRESULT Forward(std::string_view member, const std::vector<Argument>& arguments, ResultPlace result) {
-    switch (engine::TakeCallFate()) {
-      case engine::CallFate::kDisconnected:
-        return RPC_E_DISCONNECTED;
-      case engine::CallFate::kNull:
-        return FAILED(result.Clear()) ? E_POINTER : S_FALSE;
-      case engine::CallFate::kAnswered:
-        break;
-    }
+    const engine::CallFate fate = engine::TakeCallFate();
+    if (const auto failure = engine::FailureOf(fate)) return *failure;
+    if (fate == engine::CallFate::kNull && result.IsObject()) return result.Clear();
     return owner().Forward(member, arguments, result);
   }
 };

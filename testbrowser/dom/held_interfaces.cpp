@@ -8,7 +8,7 @@
 #include <algorithm>
 #include <vector>
 
-#include "com/com_ptr.h"
+#include "com/owned.h"
 #include "dom/facet_type.h"
 #include "dom/type_libraries.h"
 

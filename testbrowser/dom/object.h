@@ -10,7 +10,7 @@
 #include <string_view>
 #include <vector>
 
-#include "com/com_ptr.h"
+#include "com/owned.h"
 #include "dom/arguments.h"
 #include "dom/facet_type.h"
 #include "dom/object_kind.h"

@@ -2,12 +2,13 @@
 // object.
 #include <algorithm>
 
-#include "com/bstr.h"
 #include "com/encoding.h"
+#include "com/owned.h"
 #include "dom/member_names.h"
 #include "dom/object.h"
 #include "dom/type_libraries.h"
 #include "dom/typed_members.h"
+#include "engine/call_fate.h"
 
 namespace testbrowser::dom {
 namespace {
@@ -75,6 +76,7 @@ HRESULT Object::GetIDsOfNames(REFIID, LPOLESTR* names, UINT count, LCID, DISPID*
 HRESULT Object::GetDispID(BSTR name, DWORD flags, DISPID* id) {
   if (name == nullptr || id == nullptr) return E_POINTER;
   *id = DISPID_UNKNOWN;
+  if (const auto failure = engine::TakeCallFailure()) return *failure;
   const bool case_sensitive = (flags & fdexNameCaseInsensitive) == 0;
   for (const FacetType* type : Facets()) {
     *id = FindTypedMember(*type, name);
@@ -126,6 +128,7 @@ HRESULT Object::InvokeEx(DISPID member, LCID locale, WORD flags, DISPPARAMS* par
 
 HRESULT Object::InvokeScript(std::wstring_view name, WORD flags, const DISPPARAMS& parameters,
                              VARIANT* result, EXCEPINFO* exception) {
+  if (const auto failure = engine::TakeCallFailure()) return *failure;
   auto arguments = EncodeArguments(ScriptArguments(name, flags, parameters));
   if (arguments == nullptr) return DISP_E_TYPEMISMATCH;
   const Reply reply = model_->Call(target_, "Script.invoke", std::move(arguments));

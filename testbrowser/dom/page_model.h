@@ -13,7 +13,7 @@
 #include <utility>
 #include <vector>
 
-#include "com/com_ptr.h"
+#include "com/owned.h"
 #include "dom/arguments.h"
 #include "dom/document.h"
 #include "engine/page.h"

@@ -1,6 +1,7 @@
 #include "dom/services.h"
 
 #include "dom/object.h"
+#include "engine/call_fate.h"
 
 namespace testbrowser::dom {
 namespace {
@@ -22,6 +23,9 @@ HRESULT QueryFrameService(PageModel& model, const engine::FrameId& frame, REFGUI
                           void** out) {
   if (out == nullptr) return E_POINTER;
   *out = nullptr;
+  const engine::CallFate fate = engine::TakeCallFate();
+  if (const auto failure = engine::FailureOf(fate)) return *failure;
+  if (fate == engine::CallFate::kNull) return S_OK;
   if (service == __uuidof(IWebBrowserApp)) return Give(Query<IUnknown>(model.BrowserOf(frame)), iid, out);
   if (service == kTopLevelBrowser)
     return Give(Query<IUnknown>(model.BrowserOf(model.page().MainFrame())), iid, out);

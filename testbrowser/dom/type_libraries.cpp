@@ -5,8 +5,8 @@
 #include <array>
 #include <map>
 
-#include "com/com_ptr.h"
-#include "com/no_destructor.h"
+#include "com/owned.h"
+#include "com/process.h"
 
 namespace testbrowser::dom {
 namespace {

@@ -32,6 +32,16 @@ const std::vector<Question>& Questions() {
       {"textarea-lines", {"plain", "windows"}},
       // getAttribute("value", 2) of a field in modes 5 and 7.
       {"literal-value", {"source", "current"}},
+      // getAttribute("style", 2) in modes 5 and 7.
+      {"literal-style", {"object", "text"}},
+      // setAttribute("value") of a text area: shown in modes 5 and 7 only; or one of both everywhere.
+      {"area-value-attribute", {"by-mode", "plain", "shown"}},
+      // click() of a disabled control.
+      {"disabled-click", {"quiet", "refused", "runs"}},
+      // focus() of a control that is disabled or not shown.
+      {"hidden-focus", {"quiet", "refused"}},
+      // currentStyle of an element out of the page.
+      {"detached-style", {"null", "refused"}},
   };
   return questions;
 }

@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "com/handle.h"
+#include "com/owned.h"
 
 namespace testbrowser::engine {
 namespace {

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "engine/switches.h"
+#include "engine/trace.h"
 
 namespace testbrowser::engine {
 
@@ -31,8 +32,10 @@ Reply Connection::Request(const std::string& session, const char* method, JsonPt
   // Shared: after a wait given up, the reply may still come.
   const auto reply = std::make_shared<std::optional<Reply>>();
   Send(session, method, std::move(params), [reply](Reply answer) { *reply = std::move(answer); });
-  if (!WaitUntil([&] { return reply->has_value(); }, limit)) return std::unexpected(std::string());
-  return std::move(**reply);
+  constexpr std::chrono::seconds kUsualLimit(20);
+  if (WaitUntil([&] { return reply->has_value(); }, limit.value_or(kUsualLimit))) return std::move(**reply);
+  if (!limit && IsOpen() && !quitting_) Trace(std::string("no answer to ") + method);
+  return std::unexpected(std::string());
 }
 
 bool Connection::WaitUntil(const std::function<bool()>& condition,

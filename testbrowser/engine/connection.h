@@ -10,7 +10,7 @@
 #include <optional>
 #include <string>
 
-#include "com/handle.h"
+#include "com/owned.h"
 #include "engine/json.h"
 #include "engine/transport.h"
 #include "engine/wakeup_window.h"
@@ -39,7 +39,8 @@ class Connection {
   /// destroyed.
   void Send(const std::string& session, const char* method, JsonPtr params = nullptr,
             ReplyHandler handler = nullptr);
-  /// Sends a request and waits for its reply; events are handled meanwhile.
+  /// Sends a request and waits for its reply; events are handled meanwhile. Without a limit Chromium itself is asked,
+  /// no page: it answers in seconds, or leaves a trace.
   Reply Request(const std::string& session, const char* method, JsonPtr params = nullptr,
                 std::optional<std::chrono::milliseconds> limit = {});
   /// Handles messages until the condition holds.

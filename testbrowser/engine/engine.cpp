@@ -2,12 +2,18 @@
 
 #include "engine/chromium_process.h"
 #include "engine/engine_parts.h"
+#include "engine/file_address.h"
 
 namespace testbrowser::engine {
 namespace {
 
 /// A machine busy with other things takes several seconds.
 constexpr std::chrono::seconds kStartLimit(30);
+
+void AllowDownloads(Connection& connection, const std::string& folder) {
+  connection.Send("", "Browser.setDownloadBehavior",
+                  JsonObject().Add("behavior", "allow").Add("downloadPath", LinuxPath(folder)).Take());
+}
 
 }  // namespace
 
@@ -22,6 +28,7 @@ std::expected<std::unique_ptr<Engine>, std::string> Engine::Start(EngineOptions 
   }
   auto parts = std::make_unique<EngineParts>(std::move(connection), std::move(options.scripts));
   parts->Listen();
+  if (!options.downloads.empty()) AllowDownloads(*parts->connection, options.downloads);
   return std::unique_ptr<Engine>(new Engine(std::move(parts)));
 }
 

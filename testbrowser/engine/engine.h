@@ -15,6 +15,8 @@ namespace testbrowser::engine {
 struct EngineOptions {
   /// UTF-8 texts run in every frame of every page, in this order, before any script of the page itself.
   std::vector<std::string> scripts;
+  /// The folder that downloads come to, a Windows path in UTF-8; empty: they are refused.
+  std::string downloads = {};
 };
 
 struct EngineParts;

@@ -1,3 +1,5 @@
+// Percent codes are UTF-8 here. The platform's PathCreateFromUrl, UrlUnescape and UrlEscape read and write them as
+// Latin-1, also with URL_UNESCAPE_AS_UTF8 and URL_ESCAPE_AS_UTF8 (measured under Wine 8), so they cannot serve.
 #include "engine/file_address.h"
 
 #include <windows.h>
@@ -70,19 +72,6 @@ Function* WineExport(const char* name) {
       reinterpret_cast<void*>(GetProcAddress(GetModuleHandleW(L"kernel32.dll"), name)));
 }
 
-/// The Linux path (UTF-8) of an absolute Windows path; empty when there is none. What does not exist is
-/// spelled as given; of the rest Wine finds the true spelling.
-std::string LinuxPath(const std::string& windows_path) {
-  static const auto convert = WineExport<char * CDECL(LPCWSTR)>("wine_get_unix_file_name");
-  if (convert == nullptr) return {};
-  const std::unique_ptr<char, HeapFreer> path(convert(FromUtf8(windows_path).c_str()));
-  if (path != nullptr) return path.get();
-  // A missing folder with letters that the locale lacks is refused; its parent may be known.
-  const auto last = windows_path.rfind('\\');
-  const std::string parent = last != std::string::npos ? LinuxPath(windows_path.substr(0, last)) : "";
-  return parent.empty() ? "" : parent + "/" + windows_path.substr(last + 1);
-}
-
 /// The Windows path (UTF-8) of a Linux path; empty when no drive holds it.
 std::string WindowsPath(const std::string& linux_path) {
   static const auto convert = WineExport<LPWSTR CDECL(LPCSTR)>("wine_get_dos_file_name");
@@ -122,6 +111,17 @@ std::optional<LocalFile> Parse(std::string_view address) {
 }
 
 }  // namespace
+
+std::string LinuxPath(const std::string& windows_path) {
+  static const auto convert = WineExport<char * CDECL(LPCWSTR)>("wine_get_unix_file_name");
+  if (convert == nullptr) return {};
+  const std::unique_ptr<char, HeapFreer> path(convert(FromUtf8(windows_path).c_str()));
+  if (path != nullptr) return path.get();
+  // A missing folder with letters that the locale lacks is refused; its parent may be known.
+  const auto last = windows_path.rfind('\\');
+  const std::string parent = last != std::string::npos ? LinuxPath(windows_path.substr(0, last)) : "";
+  return parent.empty() ? "" : parent + "/" + windows_path.substr(last + 1);
+}
 
 std::string ToWindowsAddress(std::string_view address) {
   const auto file = Parse(address);

@@ -12,5 +12,8 @@ namespace testbrowser::engine {
 std::string ToWindowsAddress(std::string_view address);
 /// The address under which Chromium reads the file; what is no local file of a drive stays as it is. UTF-8.
 std::string ToLinuxAddress(std::string_view windows_address);
+/// The Linux path of an absolute Windows path; empty when there is none. What does not exist is spelled as given; of
+/// the rest Wine finds the true spelling. UTF-8.
+std::string LinuxPath(const std::string& windows_path);
 
 }  // namespace testbrowser::engine

@@ -48,7 +48,6 @@ void FrameTree::Commit(const cJSON* description) {
   if (frame == nullptr) return;
   for (const auto& child : std::vector(frame->children)) Detach(child);
   SetAddress(*frame, description);
-  ++frame->generation;
   frame->is_committed = true;
 }
 

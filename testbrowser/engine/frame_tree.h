@@ -17,7 +17,6 @@ class FrameTree {
     std::optional<FrameId> parent;
     std::vector<FrameId> children;
     std::string url;  ///< Windows' form; the address asked for when it failed
-    unsigned generation = 1;
     bool is_error_page = false;
     bool is_loading = false;
     bool is_committed = true;   ///< of the load under way: its document is there

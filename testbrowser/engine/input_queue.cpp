@@ -111,10 +111,8 @@ void InputQueue::SendReady() {
     ReplyHandler done = [self = std::weak_ptr(self_), is_awaited](const Reply&) {
       const auto queue = self.lock();
       if (queue == nullptr) return;
-      --(*queue)->unanswered_;
-      if (!is_awaited) return;
-      (*queue)->awaiting_reply_ = false;
-      (*queue)->SendReady();
+      if (is_awaited && (*queue)->drag_data_ == nullptr) return (*queue)->AwaitDrag();
+      (*queue)->OnHandled(is_awaited);
     };
     if (entry.is_mouse) {
       SendMouse(entry.mouse, done);
@@ -122,6 +120,22 @@ void InputQueue::SendReady() {
       session_.Send(entry.method, std::move(entry.params), std::move(done));
     }
   }
+}
+
+/// The news that a drag began comes on another way than the reply to the move that began it, but on the same as the
+/// reply of the page's scripts.
+void InputQueue::AwaitDrag() {
+  session_.Send("Runtime.evaluate", JsonObject().Add("expression", "0").Take(),
+                [self = std::weak_ptr(self_)](const Reply&) {
+                  if (const auto queue = self.lock()) (*queue)->OnHandled(true);
+                });
+}
+
+void InputQueue::OnHandled(bool was_awaited) {
+  --unanswered_;
+  if (!was_awaited) return;
+  awaiting_reply_ = false;
+  SendReady();
 }
 
 void InputQueue::SendMouse(const MouseInput& input, const ReplyHandler& done) {

@@ -33,6 +33,8 @@ class InputQueue {
   };
   void Push(Entry entry);
   void SendReady();
+  void AwaitDrag();
+  void OnHandled(bool was_awaited);
   void SendMouse(const MouseInput& input, const ReplyHandler& done);
   void SendDrag(const char* type, const MouseInput& at, ReplyHandler done = nullptr);
 

@@ -43,11 +43,6 @@ std::string Page::FrameUrl(const FrameId& id) const {
   return frame != nullptr ? frame->url : "";
 }
 
-unsigned Page::DocumentGeneration(const FrameId& id) const {
-  const auto* frame = parts_->frames.Find(id);
-  return frame != nullptr ? frame->generation : 0;
-}
-
 bool Page::ShowsErrorPage(const FrameId& id) const {
   const auto* frame = parts_->frames.Find(id);
   return frame != nullptr && frame->is_error_page;

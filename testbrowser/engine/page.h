@@ -51,8 +51,6 @@ class Page {
   std::vector<FrameId> ChildFrames(const FrameId& frame) const;
   /// The address of the frame's document in Windows' form; after a failed navigation the address asked for.
   std::string FrameUrl(const FrameId& frame) const;
-  /// Changes with every new document in the frame; 0 when the frame is gone.
-  unsigned DocumentGeneration(const FrameId& frame) const;
   /// Whether the frame shows Chromium's error page instead of what was asked for.
   bool ShowsErrorPage(const FrameId& frame) const;
 

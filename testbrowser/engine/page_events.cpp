@@ -119,6 +119,20 @@ void OnRequestPaused(PageParts& page, const cJSON* params) {
 void OnScreencastFrame(PageParts& page, const cJSON* params) { page.screencast.AddFrame(params); }
 void OnDragIntercepted(PageParts& page, const cJSON* params) { page.input.BeginDrag(params); }
 
+void OnFileChooserOpened(PageParts& page, const cJSON* params) {
+  const double field = MemberNumber(params, "backendNodeId");
+  const auto choose = [session = page.session, field](const std::vector<std::string>& paths) {
+    if (paths.empty()) return;
+    JsonPtr files = JsonArray();
+    for (const std::string& path : paths)
+      cJSON_AddItemToArray(files.get(), JsonText(LinuxPath(path)).release());
+    session.Send("DOM.setFileInputFiles",
+                 JsonObject().Add("files", std::move(files)).Add("backendNodeId", field).Take());
+  };
+  const bool several = MemberText(params, "mode") == "selectMultiple";
+  page.Tell([&](PageListener& to) { to.OnFileChooser(several, choose); });
+}
+
 void OpenDropDown(PageParts& page, const FrameId& frame, const cJSON* report) {
   DropDown list;
   list.frame = frame;
@@ -176,6 +190,7 @@ const std::map<std::string, Handler>& Handlers() {
       {"Page.frameStoppedLoading", OnFrameStoppedLoading},
       {"Page.lifecycleEvent", OnLifecycleEvent},
       {"Page.screencastFrame", OnScreencastFrame},
+      {"Page.fileChooserOpened", OnFileChooserOpened},
       {"Fetch.requestPaused", OnRequestPaused},
       {"Input.dragIntercepted", OnDragIntercepted},
       {"Page.javascriptDialogOpening", OnDialogOpening},

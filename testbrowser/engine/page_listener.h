@@ -76,6 +76,10 @@ class PageListener {
   /// `choose` takes the index chosen, or -1 to leave the list as it is; call it once.
   virtual void OnDropDown(const DropDown& list, std::function<void(int)> choose) = 0;
 
+  /// The user is to choose files for a field of the page. `choose` takes their Windows paths, none when the user
+  /// chose nothing; call it once.
+  virtual void OnFileChooser(bool several, std::function<void(std::vector<std::string>)> choose) = 0;
+
   /// The page is no more: closed by us, by its script, crashed, or Chromium died. The last call to this
   /// listener.
   virtual void OnClosed(bool crashed) = 0;

@@ -53,6 +53,7 @@ void PageParts::SetUp(const std::vector<std::string>& scripts) {
   // Internet Explorer knows no content policies; one of the page's would forbid the back channel too.
   session.Send("Page.setBypassCSP", Enabled());
   session.Send("Input.setInterceptDrags", Enabled());
+  session.Send("Page.setInterceptFileChooserDialog", Enabled());
   session.Send("Emulation.setFocusEmulationEnabled", Enabled());
 }
 

@@ -7,7 +7,7 @@
 #include <utility>
 #include <vector>
 
-#include "com/com_ptr.h"
+#include "com/owned.h"
 
 // GDI+'s headers count on these names of windows.h, which NOMINMAX takes away.
 namespace Gdiplus {

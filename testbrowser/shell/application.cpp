@@ -1,8 +1,10 @@
 #include "shell/application.h"
 
+#include <shlobj.h>
 #include <algorithm>
 #include <iostream>
 
+#include "com/encoding.h"
 #include "dom/document.h"
 #include "engine/switches.h"
 #include "shell/frame.h"
@@ -17,6 +19,17 @@ auto FindOwner(Owners& owners, const Owned* owned) {
   return std::ranges::find_if(owners, [owned](const auto& owner) { return owner.get() == owned; });
 }
 
+/// The user's.
+std::string DownloadsFolder() {
+  wchar_t* path = nullptr;
+  std::string folder;
+  if (SUCCEEDED(SHGetKnownFolderPath(FOLDERID_Downloads, KF_FLAG_CREATE, nullptr, &path))) {
+    folder = quillmate::com::ToUtf8(path);
+  }
+  CoTaskMemFree(path);
+  return folder;
+}
+
 }  // namespace
 
 Application::Application(ShellKind kind) : kind_(std::move(kind)) {}
@@ -24,7 +37,7 @@ Application::~Application() = default;
 
 std::shared_ptr<engine::Page> Application::OpenPage() {
   if (engine_ == nullptr || !engine_->IsAlive()) {
-    auto started = engine::Engine::Start({.scripts = dom::AgentScripts()});
+    auto started = engine::Engine::Start({.scripts = dom::AgentScripts(), .downloads = DownloadsFolder()});
     if (!started) {
       std::cerr << "testbrowser: " << started.error() << std::endl;
       return nullptr;

@@ -31,16 +31,18 @@ bool CallCounts::IsOfCom(REFIID interface_id) { return interface_id == kRemUnkno
 
 bool CallCounts::Note(REFIID interface_id, unsigned method) {
   ++counts_[TextOf(interface_id) + L":" + std::to_wstring(method)];
-  if (IsOfCom(interface_id)) {
-    // A refused release would lose the reference for good.
-    if (method != kRemQueryInterface) return false;
-  } else {
-    ++total_;
-  }
+  const bool is_of_com = IsOfCom(interface_id);
+  if (!is_of_com) ++total_;
+  if (is_of_com && !CanRefuseOfCom(method)) return false;
   if (until_rejection_ == 0 || --until_rejection_ > 0) return false;
   if (and_later_) until_rejection_ = 1;
   ++rejected_;
   return true;
+}
+
+// A refused release would lose the reference for good. No object is asked, so only the filter can refuse.
+bool CallCounts::CanRefuseOfCom(unsigned method) const {
+  return method == kRemQueryInterface && answer_ == RefusalAnswer::kRejected;
 }
 
 long CallCounts::CountOf(const std::wstring& name) const {

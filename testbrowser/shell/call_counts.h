@@ -9,10 +9,10 @@ namespace testbrowser::shell {
 
 /// How a call is refused.
 enum class RefusalAnswer {
-  kRejected,
-  kRetryLater,
-  kDisconnected,  ///< RPC_E_DISCONNECTED, by the object asked
-  kNull           ///< S_FALSE and nothing, by the object asked
+  kRejected,    ///< by the filter
+  kRetryLater,  ///< by the object asked, as the others
+  kDisconnected,
+  kNull  ///< success and no object, where one is asked for; other calls are answered
 };
 
 class CallCounts {
@@ -38,6 +38,9 @@ class CallCounts {
   RefusalAnswer answer() const { return answer_; }
 
  private:
+  /// Whether a call of COM's own can be refused as wanted.
+  bool CanRefuseOfCom(unsigned method) const;
+
   std::map<std::wstring, long> counts_;
   long total_ = 0;
   long rejected_ = 0;

@@ -23,16 +23,23 @@ std::function<bool()>& RefusesNow() {
   return refuses;
 }
 
-/// Wine's COM lets a call through that its filter wants to come again later (SERVERCALL_RETRYLATER). A caller without a
-/// filter of its own sees either refusal as RPC_E_CALL_REJECTED, so this is what it gets here.
-constexpr DWORD kRetryLater = SERVERCALL_REJECTED;
-
-/// @return what the filter says of the call; an object that is to refuse is told so.
+/// @return what the filter says of the call; an object that is to refuse is told so. Wine's COM lets a call through
+/// that its filter wants to come again later (SERVERCALL_RETRYLATER), so that is an object's answer too: the one that a
+/// caller sees who does not try again.
 DWORD Refuse(RefusalAnswer answer) {
-  if (answer == RefusalAnswer::kRejected) return SERVERCALL_REJECTED;
-  if (answer == RefusalAnswer::kRetryLater) return kRetryLater;
-  const bool is_null = answer == RefusalAnswer::kNull;
-  engine::NextCallFate() = is_null ? engine::CallFate::kNull : engine::CallFate::kDisconnected;
+  switch (answer) {
+    case RefusalAnswer::kRetryLater:
+      engine::NextCallFate() = engine::CallFate::kRetryLater;
+      break;
+    case RefusalAnswer::kDisconnected:
+      engine::NextCallFate() = engine::CallFate::kDisconnected;
+      break;
+    case RefusalAnswer::kNull:
+      engine::NextCallFate() = engine::CallFate::kNull;
+      break;
+    case RefusalAnswer::kRejected:
+      return SERVERCALL_REJECTED;
+  }
   return SERVERCALL_ISHANDLED;
 }
 
@@ -50,7 +57,7 @@ class Filter : public dom::ComObject<FilterInterface> {
     const bool is_refused = Counts().Note(call->iid, call->wMethod);
     if (is_refused) return Refuse(Counts().answer());
     const bool is_busy = !CallCounts::IsOfCom(call->iid) && RefusesNow() && RefusesNow()();
-    return is_busy ? kRetryLater : DWORD{SERVERCALL_ISHANDLED};
+    return is_busy ? Refuse(RefusalAnswer::kRetryLater) : DWORD{SERVERCALL_ISHANDLED};
   }
   DWORD STDMETHODCALLTYPE RetryRejectedCall(HTASK, DWORD, DWORD) override {
     return static_cast<DWORD>(-1);  // a refusal by another process is an error, not tried again

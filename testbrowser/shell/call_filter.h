@@ -13,7 +13,7 @@ namespace testbrowser::shell {
 enum class FilterCommand : WPARAM {
   kReset = 0,       ///< all counts to 0, nothing is refused any more
   kTotal = 1,       ///< result: calls since the reset, without those of IRemUnknown
-  kRejectNth = 2,   ///< lParam n ≥ 1: the n-th call from now on gets RPC_E_CALL_REJECTED; 0 forgets it
+  kRejectNth = 2,   ///< lParam n ≥ 1: the n-th call from now on is refused; 0 forgets it
   kRejectFrom = 3,  ///< lParam n: so do all later ones
   kCount = 4,       ///< lParam: a global atom with the text "{IID}" or "{IID}:METHOD"; result: its calls
   kReport = 5,      ///< lParam: a global atom with a file's path; writes a line "{IID}:METHOD COUNT" for each

@@ -1,6 +1,7 @@
 #include "shell/input_translation.h"
 
 #include <windowsx.h>
+#include <iterator>
 
 namespace testbrowser::shell {
 namespace {
@@ -74,6 +75,25 @@ std::optional<engine::MouseInput> ToMouseInput(UINT message, WPARAM wparam, LPAR
     return input;
   }
   return std::nullopt;
+}
+
+std::vector<POINT> MergedMoves(HWND window, DWORD since) {
+  const DWORD place = GetMessagePos();
+  MOUSEMOVEPOINT here{};
+  here.x = GET_X_LPARAM(place);
+  here.y = GET_Y_LPARAM(place);
+  here.time = static_cast<DWORD>(GetMessageTime());
+  MOUSEMOVEPOINT history[64];
+  const int count = GetMouseMovePointsEx(sizeof here, &here, history, static_cast<int>(std::size(history)),
+                                         GMMP_USE_DISPLAY_POINTS);
+  std::vector<POINT> merged;
+  // The first is the message's own, then back in time.
+  for (int i = 1; i < count && history[i].time > since; ++i) {
+    POINT point{history[i].x, history[i].y};
+    ScreenToClient(window, &point);
+    merged.insert(merged.begin(), point);
+  }
+  return merged;
 }
 
 engine::WheelInput ToWheelInput(HWND window, UINT message, WPARAM wparam, LPARAM lparam) {

@@ -1,5 +1,6 @@
 #include "shell/native_box.h"
 
+#include <commdlg.h>
 #include <algorithm>
 #include <utility>
 
@@ -101,6 +102,29 @@ void CentreOverOwner(HWND dialog) {
 }
 
 }  // namespace
+
+std::vector<std::string> ChooseFiles(HWND owner, bool several) {
+  std::wstring chosen(0x7FFF, L'\0');
+  OPENFILENAMEW dialog{};
+  dialog.lStructSize = sizeof dialog;
+  dialog.hwndOwner = owner;
+  dialog.lpstrFilter = L"All Files (*.*)\0*.*\0";
+  dialog.lpstrFile = chosen.data();
+  dialog.nMaxFile = static_cast<DWORD>(chosen.size());
+  dialog.lpstrTitle = L"Choose File to Upload";
+  dialog.Flags = OFN_EXPLORER | OFN_FILEMUSTEXIST | OFN_HIDEREADONLY | OFN_NOCHANGEDIR;
+  if (several) dialog.Flags |= OFN_ALLOWMULTISELECT;
+  if (GetOpenFileNameW(&dialog) == 0) return {};
+  // One name is a whole path; of several, the first is their folder.
+  std::vector<std::string> names;
+  for (const wchar_t* name = chosen.c_str(); *name != 0; name += wcslen(name) + 1) {
+    names.push_back(quillmate::com::ToUtf8(name));
+  }
+  if (names.size() < 2) return names;
+  for (std::size_t i = 1; i < names.size(); ++i) names[i] = names[0] + "\\" + names[i];
+  names.erase(names.begin());
+  return names;
+}
 
 NativeBox::NativeBox(TopLevelWindow& owner, const engine::ScriptBox& box,
                      std::function<void(engine::BoxAnswer)> answer)

@@ -1,16 +1,21 @@
 // The native boxes of a page's alert, confirm and prompt: dialogs of class "#32770" owned by the browser's
 // frame, which is disabled meanwhile. They are modeless inside, so that calls from outside go on being
-// answered.
+// answered. And the dialog in which the user chooses files for a page.
 #pragma once
 
 #include <windows.h>
 #include <functional>
 #include <string>
+#include <vector>
 
 #include "engine/page_listener.h"
 #include "shell/top_level_window.h"
 
 namespace testbrowser::shell {
+
+/// Lets the user choose a file, or several, in the system's own dialog, which handles messages until it is closed.
+/// @return their paths in UTF-8; none when the user chose nothing.
+std::vector<std::string> ChooseFiles(HWND owner, bool several);
 
 class NativeBox {
  public:

@@ -63,6 +63,10 @@ void PageHost::OnDropDown(const engine::DropDown& list, std::function<void(int)>
   drop_down_ = std::make_unique<DropDownList>(ServerWindow(), list, std::move(choose));
 }
 
+void PageHost::OnFileChooser(bool several, std::function<void(std::vector<std::string>)> choose) {
+  choose(ChooseFiles(TopLevel().hwnd(), several));
+}
+
 void PageHost::OnClosed(bool) {
   drop_down_.reset();
   box_.reset();

@@ -63,6 +63,7 @@ class PageHost : public engine::PageListener, public dom::BrowserSite, public Se
   void OnModalDialog(const engine::ModalDialog& dialog) override;
   void OnPopup(std::shared_ptr<engine::Page> page) override;
   void OnDropDown(const engine::DropDown& list, std::function<void(int)> choose) override;
+  void OnFileChooser(bool several, std::function<void(std::vector<std::string>)> choose) override;
   void OnClosed(bool crashed) override;
 
  private:

@@ -101,6 +101,16 @@ void ServerWindow::OnMouse(engine::MouseInput input) {
   if (input.type == Type::kRelease) input.clicks = clicks_of_press_;
   // Held buttons keep the mouse, so that a drag that leaves the window still ends in it.
   if (input.type == Type::kPress) SetCapture(hwnd());
+  // A drag whose path is cut short ends elsewhere; the real browser is seldom so far behind its pointer.
+  if (input.type == Type::kMove && input.held != 0) {
+    engine::MouseInput missed = input;
+    for (const POINT point : MergedMoves(hwnd(), mouse_time_)) {
+      missed.x = point.x;
+      missed.y = point.y;
+      page_->Mouse(missed);
+    }
+  }
+  mouse_time_ = static_cast<DWORD>(GetMessageTime());
   page_->Mouse(input);
   if (input.type == Type::kRelease && input.held == 0 && GetCapture() == hwnd()) ReleaseCapture();
 }

@@ -41,6 +41,7 @@ class ServerWindow : public Window {
   std::shared_ptr<engine::Page> page_;
   Owner& owner_;
   int clicks_of_press_ = 1;
+  DWORD mouse_time_ = 0;        ///< of the last mouse message, in the system's running time
   std::bitset<256> kept_keys_;  ///< by virtual key: whether its last press was the browser's
   RECT reported_{};             ///< screen origin in the first two, size in the others
   bool was_shown_ = false;

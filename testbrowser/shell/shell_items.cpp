@@ -4,9 +4,11 @@
 #include <oleacc.h>
 #include <servprov.h>
 #include <algorithm>
+#include <future>
 #include <string_view>
+#include <thread>
 
-#include "com/bstr.h"
+#include "com/owned.h"
 #include "dom/com_object.h"
 #include "generated/shell_stubs.h"
 #include "shell/shell_windows.h"
@@ -78,7 +80,7 @@ BOOL CALLBACK CollectFromFrame(HWND window, LPARAM items) {
 
 ComPtr<IDispatch> AskForBrowser(HWND server) {
   static const UINT get_object = RegisterWindowMessageW(L"WM_HTML_GETOBJECT");
-  constexpr UINT kTimeOut = 1000;  // ms
+  constexpr UINT kTimeOut = 300;  // ms
   DWORD_PTR result = 0;
   if (SendMessageTimeoutW(server, get_object, 0, 0, SMTO_ABORTIFHUNG, kTimeOut, &result) == 0) return {};
   ComPtr<IServiceProvider> services;
@@ -90,6 +92,50 @@ ComPtr<IDispatch> AskForBrowser(HWND server) {
   services->QueryService(__uuidof(IWebBrowserApp), __uuidof(IDispatch),
                          reinterpret_cast<void**>(browser.GetAddressOf()));
   return browser;
+}
+
+/// A tab that does not answer now. It is in the list as any other; whoever asks it for its interfaces waits until it
+/// answers, and then has them.
+class SilentTab : public dom::DispatchObject<IWebBrowser2, IWebBrowser2Stub> {
+ public:
+  explicit SilentTab(HWND server) : server_(server) {}
+  ~SilentTab() override { PostQuitMessage(0); }
+
+  HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** out) override {
+    const bool is_asked =
+        iid == __uuidof(IWebBrowser2) || iid == __uuidof(IWebBrowserApp) || iid == __uuidof(IServiceProvider);
+    if (!is_asked) return DispatchObject::QueryInterface(iid, out);
+    while (IsWindow(server_) != 0) {
+      if (const auto browser = AskForBrowser(server_)) return browser->QueryInterface(iid, out);
+      Sleep(kPauseMs);
+    }
+    return E_NOINTERFACE;
+  }
+
+ private:
+  static constexpr DWORD kPauseMs = 50;
+  HWND server_;
+};
+
+/// Serves one silent tab until its last reference goes: nobody else is to wait with those who ask it.
+void ServeSilentTab(HWND server, std::promise<ComPtr<IStream>> made) {
+  CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED);
+  ComPtr<IStream> stream;
+  CoMarshalInterThreadInterfaceInStream(__uuidof(IDispatch), dom::MakeObject<SilentTab>(server).Get(),
+                                        &stream);
+  made.set_value(std::move(stream));
+  for (MSG message{}; GetMessageW(&message, nullptr, 0, 0) > 0;) DispatchMessageW(&message);
+  CoUninitialize();
+}
+
+ComPtr<IDispatch> SilentTabOf(HWND server) {
+  std::promise<ComPtr<IStream>> made;
+  auto stream = made.get_future();
+  std::thread(ServeSilentTab, server, std::move(made)).detach();
+  ComPtr<IDispatch> tab;
+  CoGetInterfaceAndReleaseStream(stream.get().Detach(), __uuidof(IDispatch),
+                                 reinterpret_cast<void**>(tab.GetAddressOf()));
+  return tab;
 }
 
 }  // namespace
@@ -106,7 +152,9 @@ ComPtr<IDispatch> ObjectOf(const ShellItem& item) {
     return quillmate::com::Query<IDispatch>(dom::MakeObject<Folder>().Get());
   }
   if (item.kind == ShellItem::Kind::kNothing) return {};
-  return AskForBrowser(item.server);
+  ComPtr<IDispatch> browser = AskForBrowser(item.server);
+  if (browser == nullptr && IsWindow(item.server) != 0) browser = SilentTabOf(item.server);
+  return browser;
 }
 
 }  // namespace testbrowser::shell

@@ -5,7 +5,7 @@
 #include <oaidl.h>
 #include <vector>
 
-#include "com/com_ptr.h"
+#include "com/owned.h"
 
 namespace testbrowser::shell {
 
@@ -18,8 +18,8 @@ struct ShellItem {
 /// What the screen's browser windows give, in an order that a change of the active tab does not disturb.
 std::vector<ShellItem> FindShellItems();
 
-/// @return the browser object of a tab, a folder's object; null for nothing, and for a tab that never
-/// answered.
+/// @return the browser object of a tab, also of one that hangs, or a folder's object; null for nothing, and for a tab
+/// that is gone.
 quillmate::com::ComPtr<IDispatch> ObjectOf(const ShellItem& item);
 
 }  // namespace testbrowser::shell

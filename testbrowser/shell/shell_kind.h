@@ -26,14 +26,14 @@ inline ShellKind InternetExplorerShell() {
           .title_suffix = L" - Internet Explorer"};
 }
 
-/// A Chromium-based browser's frame with the engine of Internet Explorer in its tabs. How such frames are
-/// titled is not settled, so the suffix can be chosen on the command line.
+/// A Chromium-based browser's frame with the engine of Internet Explorer in its tabs. Its title names the profile and
+/// the browser, and never Internet Explorer; other browsers' suffixes can be chosen on the command line.
 inline ShellKind HostedShell() {
   return {.frame_class = L"Chrome_WidgetWin_1",
           .tab_chain = {L"AtlAxWin100", L"Shell Embedding", L"Shell DocObject View"},
           .tab_window = 1,
           .has_tab_strip = false,
-          .title_suffix = L" - Internet Explorer mode"};
+          .title_suffix = L" - Profile 1 - Microsoft\u200B Edge"};
 }
 
 }  // namespace testbrowser::shell

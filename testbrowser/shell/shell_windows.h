@@ -7,7 +7,7 @@
 #include <functional>
 #include <vector>
 
-#include "com/com_ptr.h"
+#include "com/owned.h"
 #include "dom/com_object.h"
 #include "generated/shell_stubs.h"
 #include "shell/shell_items.h"
@@ -29,8 +29,6 @@ class ShellWindows : public dom::DispatchObject<IShellWindows, IShellWindowsStub
   /// Looks at the windows; Item answers from that view until the next count.
   HRESULT STDMETHODCALLTYPE get_Count(LONG* count) override;
   HRESULT STDMETHODCALLTYPE Item(VARIANT index, IDispatch** item) override;
-  HRESULT STDMETHODCALLTYPE _NewEnum(IUnknown** enumerator) override;
-  HRESULT STDMETHODCALLTYPE Revoke(LONG cookie) override;
 
  private:
   const std::vector<ShellItem>& View();

@@ -5,9 +5,10 @@
 #include <optional>
 #include <string>
 
-#include "com/bstr.h"
 #include "com/encoding.h"
+#include "com/owned.h"
 #include "dom/com_object.h"
+#include "engine/call_fate.h"
 #include "engine/switches.h"
 #include "generated/shell_stubs.h"
 #include "shell/frame.h"
@@ -20,7 +21,11 @@ namespace {
 using quillmate::com::Bstr;
 using quillmate::com::ComPtr;
 
-bool IsSelf(const VARIANT& child) { return child.vt == VT_I4 && child.lVal == CHILDID_SELF; }
+/// @return whether the call may go on: it asks a node about itself, and no test wants it to fail.
+HRESULT Check(const VARIANT& child) {
+  if (const auto failure = engine::TakeCallFailure()) return *failure;
+  return child.vt == VT_I4 && child.lVal == CHILDID_SELF ? S_OK : E_INVALIDARG;
+}
 
 /// A node of the tree: every child is an object of its own, so a child number other than "self" is refused
 /// but where the child itself is asked for.
@@ -30,12 +35,16 @@ class Node : public dom::DispatchObject<IAccessible, IAccessibleStub> {
 
   HRESULT STDMETHODCALLTYPE get_accChildCount(long* count) override {
     if (count == nullptr) return E_POINTER;
+    if (const auto failure = engine::TakeCallFailure()) return *failure;
     *count = static_cast<long>(ChildCount());
     return S_OK;
   }
   HRESULT STDMETHODCALLTYPE get_accChild(VARIANT number, IDispatch** child) override {
     if (child == nullptr) return E_POINTER;
     *child = nullptr;
+    const engine::CallFate fate = engine::TakeCallFate();
+    if (const auto failure = engine::FailureOf(fate)) return *failure;
+    if (fate == engine::CallFate::kNull) return S_FALSE;
     if (number.vt != VT_I4 || number.lVal < 0 || number.lVal > static_cast<LONG>(ChildCount())) {
       return E_INVALIDARG;
     }
@@ -45,30 +54,33 @@ class Node : public dom::DispatchObject<IAccessible, IAccessibleStub> {
     return S_OK;
   }
   HRESULT STDMETHODCALLTYPE get_accRole(VARIANT child, VARIANT* role) override {
-    if (!IsSelf(child)) return E_INVALIDARG;
+    if (const HRESULT checked = Check(child); FAILED(checked)) return checked;
     role->vt = VT_I4;
     role->lVal = Role();
     return S_OK;
   }
   HRESULT STDMETHODCALLTYPE get_accState(VARIANT child, VARIANT* state) override {
-    if (!IsSelf(child)) return E_INVALIDARG;
+    if (const HRESULT checked = Check(child); FAILED(checked)) return checked;
     state->vt = VT_I4;
     state->lVal = State();
     return S_OK;
   }
   HRESULT STDMETHODCALLTYPE get_accName(VARIANT child, BSTR* name) override {
-    return IsSelf(child) ? Give(Name(), name) : E_INVALIDARG;
+    const HRESULT checked = Check(child);
+    return SUCCEEDED(checked) ? Give(Name(), name) : checked;
   }
   HRESULT STDMETHODCALLTYPE get_accDescription(VARIANT child, BSTR* description) override {
-    return IsSelf(child) ? Give(Description(), description) : E_INVALIDARG;
+    const HRESULT checked = Check(child);
+    return SUCCEEDED(checked) ? Give(Description(), description) : checked;
   }
   HRESULT STDMETHODCALLTYPE accDoDefaultAction(VARIANT child) override {
-    return IsSelf(child) ? DoDefaultAction() : E_INVALIDARG;
+    const HRESULT checked = Check(child);
+    return SUCCEEDED(checked) ? DoDefaultAction() : checked;
   }
   HRESULT STDMETHODCALLTYPE accLocation(long* left, long* top, long* width, long* height,
                                         VARIANT child) override {
     const auto frame = frame_.lock();
-    if (!IsSelf(child) || frame == nullptr) return E_INVALIDARG;
+    if (FAILED(Check(child)) || frame == nullptr) return E_INVALIDARG;
     RECT place = Place();
     MapWindowPoints(strip_.hwnd(), nullptr, reinterpret_cast<POINT*>(&place), 2);
     *left = place.left;

@@ -5,7 +5,7 @@
 #include <windows.h>
 #include <oleacc.h>
 
-#include "com/com_ptr.h"
+#include "com/owned.h"
 
 namespace testbrowser::shell {
 

@@ -4,7 +4,7 @@
 #include <shlguid.h>
 #include <shobjidl.h>
 
-#include "com/bstr.h"
+#include "com/owned.h"
 #include "engine/call_fate.h"
 #include "engine/switches.h"
 #include "shell/application.h"
@@ -44,6 +44,7 @@ class TabSite : public dom::ComObject<IOleWindowStub> {
   explicit TabSite(HWND window) : window_(window) {}
   HRESULT STDMETHODCALLTYPE GetWindow(HWND* window) override {
     if (window == nullptr) return E_POINTER;
+    if (const auto failure = engine::TakeCallFailure()) return *failure;
     *window = IsWindow(window_) != 0 ? window_ : nullptr;
     return *window != nullptr ? S_OK : E_FAIL;
   }
@@ -55,15 +56,20 @@ class TabSite : public dom::ComObject<IOleWindowStub> {
 }  // namespace
 
 std::optional<HRESULT> WebBrowser::Refused() const {
+  if (tab_ == nullptr) return RPC_E_DISCONNECTED;
+  return engine::TakeCallFailure();
+}
+
+std::optional<HRESULT> WebBrowser::RefusedObject(HRESULT answer) const {
+  if (tab_ == nullptr) return RPC_E_DISCONNECTED;
   const engine::CallFate fate = engine::TakeCallFate();
-  if (tab_ == nullptr || fate == engine::CallFate::kDisconnected) return RPC_E_DISCONNECTED;
-  return fate == engine::CallFate::kNull ? std::optional<HRESULT>(S_FALSE) : std::nullopt;
+  return fate == engine::CallFate::kNull ? answer : engine::FailureOf(fate);
 }
 
 HRESULT WebBrowser::QueryService(REFGUID service, REFIID iid, void** out) {
   if (out == nullptr) return E_POINTER;
   *out = nullptr;
-  if (const auto refused = Refused()) return *refused;
+  if (const auto refused = RefusedObject(S_OK)) return *refused;
   if (service == __uuidof(IWebBrowserApp) || service == kTopLevelBrowser) return QueryInterface(iid, out);
   if (service == __uuidof(IShellBrowser)) {
     return dom::MakeObject<TabSite>(tab_->TabWindow())->QueryInterface(iid, out);
@@ -171,7 +177,7 @@ HRESULT WebBrowser::get_ReadyState(READYSTATE* state) {
 HRESULT WebBrowser::get_Document(IDispatch** document) {
   if (document == nullptr) return E_POINTER;
   *document = nullptr;
-  if (const auto refused = Refused()) return *refused;
+  if (const auto refused = RefusedObject(S_FALSE)) return *refused;
   if (!tab_->state().has_document()) return S_FALSE;
   return tab_->Document()->QueryInterface(__uuidof(IDispatch), reinterpret_cast<void**>(document));
 }

@@ -77,6 +77,8 @@ class WebBrowser : public dom::DispatchObject<IWebBrowser2, IWebBrowser2Stub, IS
  private:
   /// The answer to every call once the tab is closed, or to the one that a test chose.
   std::optional<HRESULT> Refused() const;
+  /// The same for a call that asks for an object. @param answer its result when a test wants it without one.
+  std::optional<HRESULT> RefusedObject(HRESULT answer) const;
   HRESULT Go(int delta);
   HRESULT NavigateByFlags(const wchar_t* address, const VARIANT* flags);
   template <class Change>

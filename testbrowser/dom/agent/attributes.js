@@ -61,6 +61,7 @@ function literalAttribute(element, name, flags) {
   const expando = expandoName(element, name, flags);
   if (expandosOf(element).has(expando)) return String(expandosOf(element).get(expando));
   if (isHidden(name)) return null;
+  if (isObjectName(name) && isChosen('literal-style', 'text')) return element.getAttribute(name) || textVariant('');
   if (isObjectName(name)) return ancientAttribute(element, name, flags);
   const isCurrent = name.toLowerCase() === 'value' && isChosen('literal-value', 'current');
   const source = sourceName(name);
@@ -105,9 +106,13 @@ function setModeEightAttribute(element, name, value) {
 }
 
 function setAttribute(element, name, value, flags) {
-  const isListValue = name.toLowerCase() === 'value' && element instanceof HTMLSelectElement;
-  if (isListValue && isChosen('select-value-attribute', 'selects')) element.value = value;
-  else if (isListValue && isChosen('select-value-attribute', 'plain')) element.setAttribute(name, String(value));
+  const isValue = name.toLowerCase() === 'value';
+  const isListValue = isValue && element instanceof HTMLSelectElement;
+  const isAreaValue = isValue && element instanceof HTMLTextAreaElement;
+  const isChosenValue = (...answers) => (isListValue && isChosen('select-value-attribute', answers[0]))
+    || (isAreaValue && isChosen('area-value-attribute', answers[1]));
+  if (isChosenValue('selects', 'shown')) element.value = value;
+  else if (isChosenValue('plain', 'plain')) element.setAttribute(name, String(value));
   else if (isModern()) element.setAttribute(name, String(value));
   else if (documentMode() === 8) setModeEightAttribute(element, name, value);
   else setAncientAttribute(element, name, value, flags);

@@ -27,9 +27,19 @@ function documentOf(element) {
   return isFrame && element.contentWindow ? frameReference('frameDocument', element) : element.ownerDocument;
 }
 
+/** A click on a disabled control. By default no handler runs. */
+function clickDisabled(element) {
+  if (isChosen('disabled-click', 'refused')) throw new ComError(E_FAIL);
+  element.disabled = !isChosen('disabled-click', 'runs');
+  element.click();
+  element.disabled = true;
+}
+
 function click(element) {
-  if (element.click) element.click();
-  else element.dispatchEvent(new MouseEvent('click', { bubbles: true, cancelable: true, composed: true }));
+  if (element.disabled === true) return clickDisabled(element);
+  if (element.click) return element.click();
+  element.dispatchEvent(new MouseEvent('click', { bubbles: true, cancelable: true, composed: true }));
+  return undefined;
 }
 
 define('IHTMLElement', {

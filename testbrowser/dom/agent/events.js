@@ -9,6 +9,7 @@ define('IHTMLElement3', { fireEvent });
 // When a caller moves the focus, MSHTML runs the page's handlers after the call, as soon as its thread pumps messages.
 // The engine raises the events inside focus(). They are stopped there and raised again after the call.
 const FOCUS_EVENTS = ['focus', 'focusin', 'blur', 'focusout'];
+const CANNOT_MOVE_FOCUS = 0x800a083e;
 const laterTasks = window.scheduler;
 let heldEvents = null;
 
@@ -27,6 +28,8 @@ listenToFocus();
 
 function focusElement(element) {
   if (!element.focus) return;
+  const canTakeIt = element.disabled !== true && element.getClientRects().length > 0;
+  if (!canTakeIt && isChosen('hidden-focus', 'refused')) throw new ComError(CANNOT_MOVE_FOCUS);
   listenToFocus();
   const events = [];
   heldEvents = events;

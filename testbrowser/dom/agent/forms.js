@@ -1,5 +1,9 @@
 // Form controls. MSHTML raises no event when a caller changes a value.
+const LATE_INPUT_TYPES =
+  /^(color|date|datetime|datetime-local|email|month|number|range|search|tel|time|url|week)$/i;
+
 define('IHTMLInputElement', {
+  get_type: (input) => (documentMode() < 10 && LATE_INPUT_TYPES.test(input.type) ? 'text' : input.type),
   // Only the user may choose a file.
   put_value(input, value) {
     if (input.type !== 'file') input.value = value;

@@ -18,7 +18,11 @@ define('IHTMLElement2', {
   getBoundingClientRect: clientRectangle,
   get_clientLeft: (element) => (isQuirksRoot(element) ? 0 : element.clientLeft),
   get_clientTop: (element) => (isQuirksRoot(element) ? 0 : element.clientTop),
-  get_currentStyle: (element) => (element.isConnected ? new CurrentStyle(element) : null),
+  get_currentStyle(element) {
+    if (element.isConnected) return new CurrentStyle(element);
+    if (isChosen('detached-style', 'refused')) throw new ComError(E_FAIL);
+    return null;
+  },
 });
 
 define('Agent', {

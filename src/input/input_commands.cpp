@@ -5,11 +5,10 @@
 
 #include "api/messages.h"
 #include "commands.h"
-#include "input/input_taken.h"
-#include "input/pointer.h"
-#include "locate/element_search.h"
+#include "dom/element_keys.h"
+#include "input/synthesized_input.h"
+#include "locate/current_page.h"
 #include "locate/geometry.h"
-#include "session/current_page.h"
 
 namespace quillmate {
 namespace {
@@ -93,6 +92,21 @@ Result DragByOffset(Session& session, IHTMLElement* source, CoordinatePair offse
 }
 
 }  // namespace
+
+Result SendKeys(Session& session, const CommandParams& params) {
+  const auto target = Locator(params);
+  if (!target) return target.error();
+  const auto keys = TextValue(params);
+  if (!keys) return keys.error();
+  const auto element = FindElement(session, *target);
+  // Deliberate: not the search's own message, which tells the step of a path.
+  if (!element) return Fail(messages::kElementNotFound);
+  const auto pressed = PressKeysOnElement(session, element->Get(), {*keys});
+  return pressed ? Done() : Result(pressed.error());
+}
+
+/// Does nothing: hosts that collect actions end their chain with it.
+Result ActionChains(Session&, const CommandParams&) { return Done(); }
 
 Result ClickAndHold(Session& session, const CommandParams& params) {
   return ActOnTarget(session, params, PressLeft, messages::kClickAndHoldFailed);

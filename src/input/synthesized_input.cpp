@@ -1,15 +1,32 @@
-// The pointer over mouse_event.
-#include "input/pointer.h"
+#include "input/synthesized_input.h"
 
 #include <windows.h>
+#include <chrono>
 #include <cstdlib>
 #include <ctime>
+#include <ranges>
 
-#include "com/poll.h"
+#include "com/process.h"
+#include "input/key_sequence.h"
 #include "input/mouse_path.h"
 
 namespace quillmate {
 namespace {
+
+constexpr int kRounds = 100;
+constexpr std::chrono::milliseconds kInterval(5);
+
+bool IsPainted(HWND window) { return !GetUpdateRect(window, nullptr, FALSE); }
+
+/// A thread's queue gives out WM_PAINT only when nothing else is in it (Microsoft's documentation page
+/// gdi/wm-paint), so a window that has painted a pixel made invalid after the input has taken that input and
+/// handled it. The status of the queue itself can be asked by its own thread alone (winuser
+/// GetQueueStatus), also while the two threads share their input state.
+void AwaitPaint(HWND window) {
+  const RECT pixel{0, 0, 1, 1};
+  if (window == nullptr || !IsWindowVisible(window) || !InvalidateRect(window, &pixel, FALSE)) return;
+  com::PollUntil(kRounds, kInterval, [window] { return IsPainted(window); });
+}
 
 /// When the library last pressed the left button, in milliseconds of the system's running time. The system
 /// has one pointer, and commands run one at a time.
@@ -45,6 +62,17 @@ class SystemMouse final : public MouseWorld {
 
 }  // namespace
 
+void AwaitMouseTaken() {
+  POINT cursor{};
+  if (GetCursorPos(&cursor)) AwaitPaint(WindowFromPoint(cursor));
+}
+
+void AwaitKeysTaken() {
+  GUITHREADINFO foreground{};
+  foreground.cbSize = sizeof foreground;
+  if (GetGUIThreadInfo(0, &foreground)) AwaitPaint(foreground.hwndFocus);
+}
+
 bool PlaceCursor(ScreenPoint point) { return SetCursorPos(point.x, point.y) != FALSE; }
 
 void PressLeft() { SendButtons(MOUSEEVENTF_LEFTDOWN); }
@@ -71,6 +99,19 @@ bool HumanMouseMove(ScreenPoint end) {
   GetCursorPos(&start);
   SystemMouse mouse;
   FollowMousePath({static_cast<int>(start.x), static_cast<int>(start.y)}, end, mouse);
+  return true;
+}
+
+bool SendKeySequence(std::string_view sequence) {
+  std::vector<BYTE> pressed;
+  for (const KeyToken& token : SplitKeySequence(ToUpperAscii(sequence))) {
+    const auto code = FindKey(token);
+    if (!code) return false;
+    // Deliberate: no scan code and no extended-key flag, even for arrows and the right-hand modifiers.
+    keybd_event(*code, 0, 0, 0);
+    pressed.push_back(*code);
+  }
+  for (const BYTE code : pressed | std::views::reverse) keybd_event(code, 0, KEYEVENTF_KEYUP, 0);
   return true;
 }
 

@@ -1,14 +1,14 @@
-// A mutex of the system, which can be waited for together with messages.
-#include "com/command_lock.h"
+#include "com/process.h"
 
+#include <windows.h>
 #include <objbase.h>
 
-#include "com/handle.h"
+#include "com/owned.h"
 
 namespace quillmate::com {
 namespace {
 
-// Made as the library is loaded.
+// A mutex of the system, which can be waited for together with messages. Made as the library is loaded.
 const UniqueHandle mutex(CreateMutexW(nullptr, FALSE, nullptr));
 
 bool IsSingleThreaded() {
@@ -34,6 +34,15 @@ void WaitWithMessages() {
 }
 
 }  // namespace
+
+// A pinned module stays whatever FreeLibrary is called.
+void KeepLibraryLoaded() {
+  HMODULE library = nullptr;
+  GetModuleHandleExW(GET_MODULE_HANDLE_EX_FLAG_PIN | GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS,
+                     reinterpret_cast<LPCWSTR>(&KeepLibraryLoaded), &library);
+}
+
+void Pause(std::chrono::milliseconds time) { Sleep(static_cast<DWORD>(time.count())); }
 
 CommandLock::CommandLock() {
   const DWORD free = WaitForSingleObject(mutex.get(), 0);

@@ -1,9 +1,12 @@
-#include "session/current_page.h"
+#include "locate/current_page.h"
 
 #include <string>
 #include <utility>
 
 #include "api/messages.h"
+#include "api/validation.h"
+#include "locate/document_search.h"
+#include "locate/locator_syntax.h"
 
 namespace quillmate {
 namespace {
@@ -12,6 +15,17 @@ namespace {
 PageMissing WhyMissing(const WindowHolder& holder) {
   return !holder.WasSilent() && holder.GetWindowHandle() == nullptr ? PageMissing::kGone
                                                                     : PageMissing::kSilent;
+}
+
+com::ComPtr<IHTMLElement> FindRemembered(Session& session, std::string_view locator) {
+  if (auto element = session.elements().Recall(locator)) return element;
+  if (!Matches(Pattern::kAnchor, locator)) return {};
+  return session.elements().Recall(ValueOf(locator));
+}
+
+ElementOrFailure FindOnPage(const PageOrMissing& page, std::string_view locator) {
+  if (page) return FindFirst(page->back().document.Get(), locator);
+  return std::unexpected(SearchFailure{{messages::kElementNotFound}, page.error() != PageMissing::kSilent});
 }
 
 }  // namespace
@@ -54,6 +68,22 @@ OrFailure<FramePath> BringPageToTop(Session& session, IHTMLElement* element) {
   WindowHolder* holder = session.ValidHolder();
   if (holder == nullptr || !holder->BringToTop()) return Failed(messages::kSwitchTabFailed);
   return std::move(*path);
+}
+
+ElementOrFailure FindElement(Session& session, std::string_view locator) {
+  if (auto remembered = FindRemembered(session, locator)) return remembered;
+  return FindOnPage(WalkFrames(session), locator);
+}
+
+ElementOrFailure FindElement(Session& session, const PageOrMissing& page, std::string_view locator) {
+  if (auto remembered = FindRemembered(session, locator)) return remembered;
+  return FindOnPage(page, locator);
+}
+
+ElementOrFailure ResolveTargetElement(Session& session, const CommandParams& params) {
+  const auto target = Locator(params);
+  if (!target) return std::unexpected(SearchFailure{target.error()});
+  return FindElement(session, *target);
 }
 
 }  // namespace quillmate

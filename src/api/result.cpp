@@ -1,5 +1,5 @@
 // Printing results by cJSON's formatted printer.
-#include "api/envelope.h"
+#include "api/result.h"
 
 namespace quillmate {
 namespace {

@@ -1,4 +1,4 @@
-#include "com/variant.h"
+#include "com/owned.h"
 
 #include <utility>
 

@@ -1,11 +1,13 @@
-// What a document answers about a path's first step without a walk over its elements.
+// Where a path's step looks: what the document itself answers about a first step, and the collection that any other
+// step chooses from.
 #pragma once
 
 #include <windows.h>
 #include <mshtml.h>
+#include <string_view>
 #include <variant>
 
-#include "com/com_ptr.h"
+#include "com/owned.h"
 #include "locate/collection_matches.h"
 #include "locate/locator_syntax.h"
 
@@ -34,5 +36,13 @@ using FirstStepAnswer = std::variant<WalkNeeded, NoMatch, FirstMatch, AmongCandi
 /// answer, whatever the document mode.
 FirstStepAnswer AskDocument(IHTMLDocument2* document, const LocatorStep& step, const Selector& selector,
                             Wanted wanted);
+
+/// What a step is searched from: an element, or the document when null.
+using Context = com::ComPtr<IHTMLElement>;
+
+/// @param tag a step's tag text with its leading slashes. From the document one slash and two mean the same.
+/// @return the result of the call that failed; a text that is no step gives an empty collection.
+HRESULT CollectCandidates(IHTMLDocument2* document, const Context& context, std::string_view tag,
+                          Candidates& candidates);
 
 }  // namespace quillmate

@@ -4,9 +4,12 @@
 #include <windows.h>
 #include <mshtml.h>
 #include <expected>
+#include <string_view>
 
+#include "api/command_params.h"
 #include "api/result.h"
-#include "com/com_ptr.h"
+#include "com/owned.h"
+#include "locate/document_search.h"
 #include "locate/frames.h"
 #include "session/session.h"
 
@@ -37,5 +40,19 @@ bool WasTargetSilent(Session& session);
 /// Checks that the current target can be used for an element, and brings it to the top.
 /// @return the way to the current frame's document, "Element not found!" or "Switch tab failed!".
 OrFailure<FramePath> BringPageToTop(Session& session, IHTMLElement* element);
+
+using ElementOrFailure = std::expected<com::ComPtr<IHTMLElement>, SearchFailure>;
+
+/// Finds the element that a locator names: a remembered element first, then the first match in the current
+/// frame's document. Never waits.
+/// @return the element, or the failure message of the search.
+ElementOrFailure FindElement(Session& session, std::string_view locator);
+
+/// The same on a page that the caller has at hand.
+ElementOrFailure FindElement(Session& session, const PageOrMissing& page, std::string_view locator);
+
+/// Reads "target", checks that it is an element locator and finds its element.
+/// @return the element, the locator's verification message, or the failure message of the search.
+ElementOrFailure ResolveTargetElement(Session& session, const CommandParams& params);
 
 }  // namespace quillmate
