@@ -13,7 +13,7 @@ install(FILES CHANGELOG.md DESTINATION "${CMAKE_INSTALL_DOCDIR}")
 install(DIRECTORY "${PROJECT_SOURCE_DIR}/build/site/" DESTINATION "${CMAKE_INSTALL_DOCDIR}/html" OPTIONAL
   PATTERN ".buildinfo" EXCLUDE PATTERN ".doctrees" EXCLUDE)
 install(FILES "${PROJECT_SOURCE_DIR}/build/THIRD-PARTY-NOTICES.txt" DESTINATION "${CMAKE_INSTALL_DOCDIR}" OPTIONAL)
-install(DIRECTORY examples/hosts examples/order DESTINATION "${CMAKE_INSTALL_DOCDIR}/examples")
+install(DIRECTORY examples/hosts examples/order examples/recipes DESTINATION "${CMAKE_INSTALL_DOCDIR}/examples")
 
 configure_package_config_file(cmake/quillmate-config.cmake.in quillmate-config.cmake
   INSTALL_DESTINATION "${package_dir}"
@@ -23,12 +23,6 @@ configure_file(cmake/quillmate.pc.in quillmate.pc @ONLY)
 install(FILES "${CMAKE_CURRENT_BINARY_DIR}/quillmate-config.cmake"
   "${CMAKE_CURRENT_BINARY_DIR}/quillmate-config-version.cmake" DESTINATION "${package_dir}")
 install(FILES "${CMAKE_CURRENT_BINARY_DIR}/quillmate.pc" DESTINATION "${CMAKE_INSTALL_LIBDIR}/pkgconfig")
-
-if(MINGW)
-  # The debug information stays with who builds; strip would write today's date into the header.
-  install(CODE "execute_process(COMMAND \"${CMAKE_STRIP}\" --strip-all --preserve-dates
-    \"\$ENV{DESTDIR}\${CMAKE_INSTALL_PREFIX}/${CMAKE_INSTALL_BINDIR}/quillmate-play.exe\" COMMAND_ERROR_IS_FATAL ANY)")
-endif()
 
 # CPack stages; the script packs.
 set(CPACK_GENERATOR External)

@@ -114,7 +114,7 @@ const Row kRows[] = {
     {"gettext", {{"target", "class=x"}}, 4, {kNotFound, "Get text failed!"}},
     {"gettext",
      {{"target", "xpath=//*[@id='p']"}},
-     0,
+     4,
      {kNotFound, "Find element failed in 1's Xpath node [ //*[@id='p'] ]!", "Get text failed!"}},
     {"getattribute", {{"target", "id=i"}, {"value", "value"}}, 5, {kNotFound, "Get attribute failed!"}},
     {"getelement", {{"target", "id=p"}, {"return", "kept"}}, 2, {kNotFound}},

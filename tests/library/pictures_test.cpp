@@ -2,10 +2,12 @@
 // argument names, with a list of what each must show; check_pictures.py reads them with a decoder that is not
 // ours.
 #include <windows.h>
+#include <objbase.h>
 #include <atomic>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
+#include <thread>
 
 #include "support/import_hook.h"
 #include "support/page_test.h"
@@ -243,6 +245,37 @@ TEST_F(Pictures, ControlInformationSaysWhereWhatAndWhich) {
                              ",\"right\":" + std::to_string(x + 64) +
                              ",\"bottom\":" + std::to_string(y + 48) + "},";
   EXPECT_TRUE(Call("getcontrolinfo", {{"target", "id=flag"}}).result.starts_with(corner));
+}
+
+/// Calls a command of a copy of the library.
+std::string CallOf(HMODULE library, const char* command, const std::string& parameters) {
+  using Command = const char* (*)(const char*);
+  const auto address = reinterpret_cast<void*>(GetProcAddress(library, command));
+  return reinterpret_cast<Command>(address)(parameters.c_str());
+}
+
+// The picture's encoder has a thread in the library's process, which must not outlive its code. A copy, for the
+// tests' own library stays loaded; from a multi-threaded apartment, where nothing else keeps it.
+TEST_F(Pictures, ALibraryThatHasTakenAPictureIsNotUnloaded) {
+  ShowPage();
+  const std::string url = TextOf(Call("currenturl"));
+  const std::filesystem::path copy = std::filesystem::path(folder) / "unloaded.dll";
+  wchar_t original[MAX_PATH] = L"";
+  GetModuleFileNameW(GetModuleHandleW(L"quillmate.dll"), original, MAX_PATH);
+  ASSERT_TRUE(CopyFileW(original, copy.c_str(), FALSE));
+  std::thread([&] {
+    CoInitializeEx(nullptr, COINIT_MULTITHREADED);
+    const HMODULE library = LoadLibraryW(copy.c_str());
+    EXPECT_NE(library, nullptr);
+    EXPECT_TRUE(CallOf(library, "selectwindowuntop", R"({"target": "url=)" + url + "\"}").contains("true"));
+    EXPECT_TRUE(CallOf(library, "takeelementshot",
+                       R"({"target": "id=flag", "file-name": "loaded.png", "save-path": ")" +
+                           std::filesystem::path(folder).generic_string() + "\"}")
+                    .contains("true"));
+    FreeLibrary(library);
+    CoUninitialize();
+  }).join();
+  EXPECT_NE(GetModuleHandleW(L"unloaded.dll"), nullptr);
 }
 
 // The last of the file: it leaves a browser selected that has gone.

@@ -199,9 +199,8 @@ TEST_F(Tables, JoinsTheHeadAndBodyOfASplitGrid) {
 std::string Pager(const std::string& mark, int work_ms = 0) {
   return kDoctype + "<table id=t></table><a id=next onclick='turn(" + std::to_string(work_ms) +
          ")'>next</a><script>var page, next = document.getElementById('next');"
-         "function turn(ms) { for (var end = Date.now() + ms; Date.now() < end;); if (++page == 3) "
-         "next.className = '" +
-         mark +
+         "function turn(ms) { if (ms) " +
+         PageServer::Hold(work_ms) + " if (++page == 3) next.className = '" + mark +
          "'; document.getElementById('t').innerHTML = '<tr><th>h<tr><td>' + page }"
          "function begin() { page = 0; next.className = 'go'; turn(0) } begin()</script>";
 }

@@ -1,6 +1,5 @@
 // The commands that ask for elements and wait for them.
 #include <windows.h>
-#include <chrono>
 
 #include "support/page_test.h"
 
@@ -17,18 +16,6 @@ const std::string kPage =
 Envelope Answer(bool flag) { return {true, flag ? "true" : "false", {}}; }
 Envelope Count(int count) { return {true, std::to_string(count), {}}; }
 Envelope Waited(const char* failure) { return {false, "false", failure}; }
-
-/// The whole seconds that a command took.
-struct Timed {
-  Envelope envelope;
-  double seconds;
-};
-Timed CallTimed(const char* command, Parameters parameters) {
-  const auto start = std::chrono::steady_clock::now();
-  Envelope envelope = Call(command, parameters);
-  return {std::move(envelope),
-          std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count()};
-}
 
 TEST_F(Waits, PresenceAndVisibility) {
   Show(kPage);
@@ -63,18 +50,13 @@ TEST_F(Waits, CountsMatchesAndDirectChildren) {
             Failed("Parameter verification failed!"));
 }
 
-TEST_F(Waits, RemembersElementsUnderAName) {
-  Show(kPage);
-  EXPECT_EQ(Call("getelement", {{"target", "xpath=//li[2]"}, {"return", "second"}}), Succeeded());
-  EXPECT_EQ(Call("getelement", {{"target", "id=list"}, {"return", ""}}), Succeeded());
-  EXPECT_EQ(Call("getelement", {{"target", "id=none"}, {"return", "second"}}), Failed("Element not found!"));
-  EXPECT_EQ(Call("getelement", {{"target", "xpath=//li/nope"}, {"return", "x"}}),
-            Failed("Find element failed in 2's Xpath node [ /nope[] ]!"));
-}
-
 // A name in a locator's form can be used as a target; it names the element, wherever its page went.
 TEST_F(Waits, RecallsARememberedElementByANameInALocatorsForm) {
   Show(kPage);
+  EXPECT_EQ(Call("getelement", {{"target", "id=list"}, {"return", ""}}), Succeeded());
+  EXPECT_EQ(Call("getelement", {{"target", "xpath=//li/nope"}, {"return", "id=x"}}),
+            Failed("Find element failed in 2's Xpath node [ /nope[] ]!"));
+  EXPECT_EQ(Call("gettext", {{"target", "id=x"}}), Failed("Element not found!"));
   // Remembered for the rest of the process, so no other test may use the name.
   const char* const name = "id=kept item";
   ASSERT_EQ(Call("getelement", {{"target", "xpath=//li[2]"}, {"return", name}}), Succeeded());
@@ -88,10 +70,9 @@ TEST_F(Waits, RecallsARememberedElementByANameInALocatorsForm) {
   EXPECT_EQ(Call("gettext", {{"target", name}}), Answered("new"));
 }
 
-/// Keeps the page's thread in a script for a while, soon.
+/// Keeps the page's thread for a while, soon.
 std::string Busy(int milliseconds) {
-  return "setTimeout(function () { var t = new Date; while (new Date - t < " + std::to_string(milliseconds) +
-         ") {} document.title = 'calm' }, 300); 0";
+  return "setTimeout(function () { " + PageServer::Hold(milliseconds) + " document.title = 'calm' }, 300); 0";
 }
 
 // A loading mask of a page that works hard is there for as long as the page is silent.
@@ -118,14 +99,25 @@ TEST_F(Waits, AQuestionToASilentPageFails) {
               {"iselementexist", "id=list"},
               {"getelementcount", "xpath=//li"},
               {"getchildelementcount", "id=list"}};
+  Show(kPage);
+  Script("setTimeout(function () { " + PageServer::HoldForEver() + " }, 300); 0");
+  Sleep(800);
   for (const auto& row : rows) {
-    Show(kPage);
-    Script(Busy(9000));
-    Sleep(800);
     EXPECT_EQ(Call(row.command, {{"target", row.target}, {"value", "li"}}), Failed("Element not found!"))
         << row.command << " " << row.target;
-    for (int round = 0; round < 30 && Script("document.title") != "calm"; ++round) Sleep(300);
   }
+  RestartBrowser();
+}
+
+// It has no computed style: nothing says that it is displayed.
+TEST_F(Waits, AnElementOffThePageIsThereButNotDisplayed) {
+  Show(kPage);
+  const char* const name = "id=taken off";
+  ASSERT_EQ(Call("getelement", {{"target", "id=list"}, {"return", name}}), Succeeded());
+  EXPECT_EQ(Call("haselement", {{"target", name}, {"check_type", "visible"}}), Answer(true));
+  Script("document.body.removeChild(list); 0");
+  EXPECT_EQ(Call("haselement", {{"target", name}}), Answer(true));
+  EXPECT_EQ(Call("haselement", {{"target", name}, {"check_type", "visible"}}), Answer(false));
 }
 
 TEST_F(Waits, SeesWhatComesAndGoesMeanwhile) {

@@ -34,12 +34,26 @@ def check_cmake(source, stage, work):
     run_beside_library(source, stage, work / "consumer.exe")
 
 
+def check_sample_hosts(stage, work):
+    """The samples build from the package alone; the tests of the DLL run them."""
+    run("cmake", "-G", "Ninja", "-S", stage / "share/doc/quillmate/examples/hosts", "-B", work,
+        "-DCMAKE_SYSTEM_NAME=Windows", f"-DCMAKE_C_COMPILER={COMPILER}",
+        f"-DCMAKE_CXX_COMPILER={COMPILER.replace('gcc', 'g++')}", f"-DCMAKE_PREFIX_PATH={stage}")  # fmt: skip
+    run("cmake", "--build", work)
+
+
 def check_pkg_config(source, stage, work):
     surroundings = dict(os.environ, PKG_CONFIG_LIBDIR=str(stage / "lib/pkgconfig"))
     flags = shlex.split(run("pkg-config", "--cflags", "--libs", "quillmate", env=surroundings))
     work.mkdir()
     run(COMPILER, source / "tests/package/consumer/consumer.c", "-o", work / "consumer.exe", *flags)
     run_beside_library(source, stage, work / "consumer.exe")
+
+
+def check_self_test(source, stage):
+    names = run(source / "tools/wine", stage / "bin/quillmate-selftest.exe", "--list", "--filter", "Facts.*:Forms.*")
+    if "Facts." not in names or "Forms." not in names:
+        sys.exit(f"quillmate-selftest --list names no tests:\n{names}")
 
 
 def main(source, build):
@@ -49,7 +63,9 @@ def main(source, build):
         stage = temporary / "a folder" / "quillmate"
         run("cmake", "--install", build, "--prefix", stage)
         check_cmake(source, stage, temporary / "cmake")
+        check_sample_hosts(stage, temporary / "hosts")
         check_pkg_config(source, stage, temporary / "pkg-config")
+        check_self_test(source, stage)
         missing = [name for name in ("README.txt", "bin/quillmate-play.exe", "lib/quillmate.lib") if not (stage / name).exists()]
         if missing:
             sys.exit(f"the package lacks {missing}")

@@ -1,6 +1,7 @@
 // The report's file: what stands in it at every moment of a run.
 #include "report.h"
 
+#include <stdlib.h>
 #include <gtest/gtest.h>
 
 #include <iterator>
@@ -16,10 +17,9 @@ constexpr std::string_view kFailure = R"({"success":false,"result":0,"log":"Elem
 
 class ReportTest : public testing::Test {
  protected:
-  ReportTest()
-      : folder_(fs::temp_directory_path() /
-                fs::path(testing::UnitTest::GetInstance()->current_test_info()->name())) {
-    fs::create_directories(folder_);
+  ReportTest() {
+    std::string pattern = (fs::temp_directory_path() / "quillmate-XXXXXX").string();
+    folder_ = mkdtemp(pattern.data());
   }
   ~ReportTest() override { fs::remove_all(folder_); }
 

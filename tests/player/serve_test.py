@@ -46,15 +46,17 @@ class Session:
 
 
 def player_process():
-    """The newest Linux process that is a serving player of this build."""
+    """The newest Linux process that is a serving player of this build on this test's desktop."""
     wanted = pathlib.PurePath(PLAYER).name
+    desktop = b"WINEPREFIX=" + os.environb.get(b"WINEPREFIX", b"")
     found = []
     for entry in os.listdir("/proc"):
         try:
             words = pathlib.Path("/proc", entry, "cmdline").read_bytes().split(b"\0")
+            settings = pathlib.Path("/proc", entry, "environ").read_bytes().split(b"\0")
         except OSError:
             continue
-        if b"--serve" in words and any(wanted.encode() in word for word in words):
+        if b"--serve" in words and desktop in settings and any(wanted.encode() in word for word in words):
             found.append(int(entry))
     return max(found)
 

@@ -41,6 +41,7 @@ class Recorder : public PageListener {
     lists.push_back(list);
     choose_item = std::move(choose);
   }
+  void OnFileChooser(bool, std::function<void(std::vector<std::string>)> choose) override { choose({}); }
   void OnClosed(bool was_crash) override {
     closed = true;
     crashed = was_crash;

@@ -51,9 +51,7 @@ TEST_F(EngineTest, FramesAndTheirElementsFindEachOther) {
 }
 
 TEST_F(EngineTest, NavigationIsToldAndFailuresKeepTheirAddress) {
-  const unsigned before = page_->DocumentGeneration(page_->MainFrame());
   Show("<title>one</title>");
-  EXPECT_GT(page_->DocumentGeneration(page_->MainFrame()), before);
   EXPECT_TRUE(Await([&] { return recorder_.title == "one"; }));
   EXPECT_TRUE(page_->FrameUrl(page_->MainFrame()).starts_with("file:///C:/"));
   page_->Navigate("file:///C:/no such file.htm");

@@ -8,7 +8,7 @@ namespace testbrowser::test {
 using quillmate::com::ComPtr;
 
 bool Eventually(const std::function<bool()>& condition) {
-  constexpr ULONGLONG kLimit = 20'000;  // ms
+  constexpr ULONGLONG kLimit = 60'000;  // ms; a busy machine takes its time to start an engine
   for (const ULONGLONG start = GetTickCount64(); GetTickCount64() - start < kLimit; Sleep(50)) {
     if (condition()) return true;
   }

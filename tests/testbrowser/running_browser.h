@@ -7,8 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "com/com_ptr.h"
-#include "com/handle.h"
+#include "com/owned.h"
 
 namespace testbrowser::test {
 

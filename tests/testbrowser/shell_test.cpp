@@ -4,8 +4,8 @@
 #include <oleacc.h>
 #include <gtest/gtest.h>
 
-#include "com/bstr.h"
-#include "com/variant.h"
+#include "com/encoding.h"
+#include "com/owned.h"
 
 namespace testbrowser::test {
 namespace {
@@ -174,6 +174,37 @@ TEST(CallFilter, CountsCallsAndRefusesTheOneAskedFor) {
   EXPECT_EQ(browser->get_Busy(&busy), RPC_E_CALL_REJECTED);
   EXPECT_EQ(browser->get_Busy(&busy), S_OK);
   EXPECT_EQ(SendMessageW(server, steer, kRejected, 0), 1);
+}
+
+/// A list that is sorted by dragging asks of each move what it is over.
+TEST(Pointer, LosesNoMoveOfADragWhileTheBrowserComputes) {
+  const RunningBrowser browser(
+      L"\"" +
+          PageOf(L"<title>A</title><script>places=' ';onmousemove=e=>{const x=e.clientX+' ';if(e.buttons"
+                 L"&&!places.includes(' '+x))places+=x};onmouseup=()=>document.title='P'+places;"
+                 L"onmousedown=()=>setTimeout(()=>{document.title='B';setTimeout(()=>{for(const end="
+                 L"Date.now()+1500;Date.now()<end;);},100)})</script>") +
+          L"\"",
+      L"");
+  ASSERT_TRUE(Eventually([&] { return TextOf(browser.Window(L"IEFrame", L"A")).starts_with(L"A"); }));
+  HWND frame = browser.Window(L"IEFrame", L"A");
+  HWND server = browser.Server();
+  POINT place{40, 50};
+  ClientToScreen(server, &place);
+  const auto move_to = [&](int x) {
+    SetCursorPos(place.x + x - 40, place.y);
+    Sleep(5);
+  };
+  move_to(40);
+  mouse_event(MOUSEEVENTF_LEFTDOWN, 0, 0, 0, 0);
+  ASSERT_TRUE(Eventually([&] { return TextOf(frame).starts_with(L"B"); }));
+  Sleep(300);  // into the script
+  SendNotifyMessageW(server, WM_NULL, 0, 0);
+  for (int x = 50; x <= 120; x += 10) move_to(x);
+  mouse_event(MOUSEEVENTF_LEFTUP, 0, 0, 0, 0);
+  EXPECT_TRUE(Eventually([&] { return TextOf(frame).starts_with(L"P"); }));
+  EXPECT_TRUE(TextOf(frame).contains(L" 50 60 70 80 90 100 110 120 "))
+      << quillmate::com::ToUtf8(TextOf(frame));
 }
 
 TEST(Frame, EndsItsProcessWhenItIsClosed) {

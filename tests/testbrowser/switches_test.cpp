@@ -2,8 +2,7 @@
 #include <mshtml.h>
 #include <gtest/gtest.h>
 
-#include "com/bstr.h"
-#include "com/variant.h"
+#include "com/owned.h"
 #include "running_browser.h"
 
 namespace testbrowser::test {
@@ -42,8 +41,7 @@ TEST(Switches, ChangeABoxAndWhatTheBrowserSaysMeanwhile) {
   EXPECT_EQ(BusyOf(browser.Get(), busy), S_OK);
   EXPECT_TRUE(busy);
   Set(running, L"box-calls=retry-later");
-  // A caller without a message filter hears of every refusal as a rejection.
-  EXPECT_EQ(BusyOf(browser.Get(), busy), RPC_E_CALL_REJECTED);
+  EXPECT_EQ(BusyOf(browser.Get(), busy), RPC_E_SERVERCALL_RETRYLATER);
   SendMessageW(GetDlgItem(box, IDCANCEL), BM_CLICK, 0, 0);
   EXPECT_TRUE(Eventually([&] { return BusyOf(browser.Get(), busy) == S_OK; }));
 }
@@ -97,13 +95,44 @@ TEST(TabWindows, WaitForTheScriptsOfTheirPageTogether) {
   EXPECT_TRUE(answers(frame)) << "it is another process's";
 }
 
+TEST(ShellWindows, KeepATabThatHangsAndLetOnlyThoseWaitWhoAskIt) {
+  const RunningBrowser running(
+      PageOf(
+          L"<title>A</title><script>setTimeout(()=>{for(var%20end=Date.now()+6000;Date.now()<end;);},1000)</script>"),
+      L"A");
+  ComPtr<IShellWindows> windows;
+  ASSERT_EQ(CoCreateInstance(CLSID_ShellWindows, nullptr, CLSCTX_ALL, __uuidof(IShellWindows),
+                             reinterpret_cast<void**>(windows.GetAddressOf())),
+            S_OK);
+  DWORD_PTR none = 0;
+  const auto hangs = [&] {
+    return SendMessageTimeoutW(running.Server(), WM_NULL, 0, 0, SMTO_ABORTIFHUNG, 300, &none) == 0;
+  };
+  ASSERT_TRUE(Eventually(hangs));
+  LONG count = 0;
+  windows->get_Count(&count);
+  ASSERT_GE(count, 1);
+  ComPtr<IDispatch> item;
+  const ULONGLONG start = GetTickCount64();
+  EXPECT_EQ(windows->Item(Variant::Int(count - 1).get(), &item), S_OK);
+  EXPECT_NE(item, nullptr);
+  EXPECT_LT(GetTickCount64() - start, 2000U);
+  EXPECT_TRUE(hangs()) << "the page was to compute longer";
+  const auto browser = Query<IWebBrowser2>(item);
+  EXPECT_FALSE(hangs());
+  quillmate::com::Bstr name;
+  ASSERT_NE(browser, nullptr);
+  EXPECT_EQ(browser->get_LocationName(name.put()), S_OK);
+  EXPECT_EQ(name.view(), L"A");
+}
+
 TEST(Switches, LetCallsFailInEveryWay) {
   enum : WPARAM { kReset = 0, kRejectNth = 2, kAnswer = 7 };
   const RunningBrowser running(PageOf(L"<title>A</title>"), L"A");
   const ComPtr<IWebBrowser2> browser = running.Object();
   ASSERT_NE(browser.Get(), nullptr);
   const UINT steer = RegisterWindowMessageW(L"testbrowser call filter");
-  const HRESULT answers[] = {RPC_E_CALL_REJECTED, RPC_E_CALL_REJECTED, RPC_E_DISCONNECTED, S_FALSE};
+  const HRESULT answers[] = {RPC_E_CALL_REJECTED, RPC_E_SERVERCALL_RETRYLATER, RPC_E_DISCONNECTED, S_FALSE};
   for (LPARAM kind = 0; kind < 4; ++kind) {
     SendMessageW(running.Server(), steer, kReset, 0);
     SendMessageW(running.Server(), steer, kAnswer, kind);
@@ -112,12 +141,22 @@ TEST(Switches, LetCallsFailInEveryWay) {
     EXPECT_EQ(browser->get_Document(&document), S_OK);
     EXPECT_EQ(browser->get_Document(&document), answers[kind]) << kind;
     EXPECT_EQ(browser->get_Document(&document), S_OK);
-    // The same for an object of the page.
+    // The same for an object of the page, early bound and late.
     const auto page = Query<IHTMLDocument2>(document);
+    const bool is_null = answers[kind] == S_FALSE;
     SendMessageW(running.Server(), steer, kRejectNth, 1);
-    BSTR title = nullptr;
-    EXPECT_EQ(page->get_title(&title), answers[kind]) << kind;
-    EXPECT_EQ(title, nullptr);
+    ComPtr<IHTMLElement> body;
+    EXPECT_EQ(page->get_body(&body), is_null ? S_OK : answers[kind]) << kind;
+    EXPECT_EQ(body, nullptr);
+    SendMessageW(running.Server(), steer, kRejectNth, 1);
+    LPOLESTR name = const_cast<wchar_t*>(L"title");
+    DISPID id = 0;
+    EXPECT_EQ(document->GetIDsOfNames(IID_NULL, &name, 1, 0, &id), is_null ? S_OK : answers[kind]) << kind;
+    // A text that was asked for is no object: its call is answered.
+    SendMessageW(running.Server(), steer, kRejectNth, 1);
+    quillmate::com::Bstr title;
+    EXPECT_EQ(page->get_title(title.put()), is_null ? S_OK : answers[kind]) << kind;
+    EXPECT_EQ(title.view(), is_null ? L"A" : L"");
   }
 }
 

@@ -142,6 +142,10 @@ TEST(BadInput, EachCheckHasItsMessage) {
       {"open", {{"target", "file://"}}, kLocalFile},
       {"open", {{"target", "http://127.0.0.1:9/"}, {"by", "_BLANK"}}, kGeneral},
       {"open", {{"target", "file:///C:/windows"}, {"by", "blank"}}, kGeneral},
+      {"open", {{"target", "about:blank"}, {"by", "_self"}}, kGeneral},
+      {"selectwindowsize", {{"target", "-1,5"}}, "Select window size Fail!"},
+      {"selectwindowsize", {{"target", "100"}}, "Select window size Fail!"},
+      {"selectwindowsize", {{"target", "99999999999,5"}}, "Select window size Fail!"},
       {"selectframe", {{"target", "relative=self"}}, kFrame},
       {"selectframe", {{"target", "index=01"}}, kFrame},
       {"selectframe", {{"target", "id=" + std::string(65'533, 'a')}}, kFrame},
@@ -204,6 +208,7 @@ TEST(BadInput, GoodParametersFindNothingSelected) {
       {"draganddrop", {{"target", "id=a"}, {"value", "id=b"}}, "Element not found!"},
       {"gettext", {{"TARGET", "id='a'"}}, "Element not found!"},
       {"takeelementshot", {{"target", "id=a"}}, "Element not found!"},
+      {"getattribute", {{"target", "xpath=//a"}, {"value", "href"}}, "Element not found!"},
   };
   for (const Check& c : checks) EXPECT_EQ(Call(c.command, c.parameters), Failed(c.message)) << c.command;
   EXPECT_EQ(Call("haselement", {{"target", "id=a"}}), (Envelope{true, "false", {}}));
@@ -235,22 +240,30 @@ TEST(BadInput, AFailureTakesTheFormerOnesPlace) {
   EXPECT_EQ(CallRaw("gettext", "{}"), first);
 }
 
-TEST(BadInput, ThreadsTakeTurns) {
-  std::vector<std::thread> threads;
-  std::vector<int> null_answers(4);
-  for (size_t i = 0; i < null_answers.size(); ++i) {
-    threads.emplace_back([&null_answers, i] {
-      for (const char* command : {"click", "gettext", "perform", "refresh", "scroll", "getelementcount"}) {
-        for (int n = 0; n < 50; ++n) {
-          const char* answer = CallRaw(command, n % 2 == 0 ? "{}" : "{\"target\":\"id=a\"}");
-          null_answers[i] += answer == nullptr ? 1 : 0;
-        }
-      }
-    });
+// The shell's list of browsers starts no browser, so a search ends quickly too.
+TEST(BadInput, SearchesForWindowsThatAreNotThereFindNothing) {
+  for (const char* target :
+       {"index=5000", "title=no such page", "url=http://127.0.0.1:1/none", "handle=0x10", "handle=65552",
+        "handle=none", "title='no such page'", "xpath=//nosuchtag", "id=nosuch"}) {
+    EXPECT_EQ(Call("selectwindowuntop", {{"target", target}}), Failed("Browser not found!")) << target;
   }
-  for (auto& thread : threads) thread.join();
-  EXPECT_EQ(null_answers, std::vector<int>(4, 0));
-  EXPECT_EQ(Call("perform"), Succeeded());
+}
+
+// A command that does not wait for another thread's turn answers by its own failure. All ask for one answer: its
+// place belongs to the library.
+TEST(BadInput, ThreadsTakeTurns) {
+  for (const char* command : {"click", "gettext", "getattribute"}) {
+    const std::string expected = ExpectedFailure(kElement);
+    std::vector<std::thread> threads;
+    std::vector<int> others(4);
+    for (int& count : others) {
+      threads.emplace_back([&] {
+        for (int n = 0; n < 100; ++n) count += CallRaw(command, "{}") == expected ? 0 : 1;
+      });
+    }
+    for (auto& thread : threads) thread.join();
+    EXPECT_EQ(others, std::vector<int>(4, 0)) << command;
+  }
 }
 
 }  // namespace

@@ -21,7 +21,7 @@ constexpr char kBody[] =
     "<title>Page</title><p id=p class='x y' style='color:red'>Hello</p>"
     "<a name=q href='a.html?b=c' title='one, two'>one</a><a name=q title='x'>two</a>"
     "<div class=list><span>s1</span><span>s2</span></div><div class=list><span>s3</span></div>"
-    "<input id=i disabled value=5 maxlength=7>"
+    "<input id=i disabled value=5 maxlength=7><label id=l for=i>l</label>"
     "<button id=b onclick=\"document.title='clicked'\">B</button>"
     "<button id=al onclick=\"alert('hi');document.title='after'\">A</button>"
     "<iframe id=f1 name=n1 src='/frame.html'></iframe>";
@@ -108,9 +108,13 @@ TEST_F(Page, AttributesReadAsWrittenInOldModesAndNew) {
     Envelope answer;
   } rows[] = {
       {"id=p", "class", Answered("x y")},
+      {"id=p", "CLASS", Answered("x y")},
+      {"id=p", "Id", Answered("p")},
+      {"id=p", "name", Failed("Get attribute failed!")},
       {"name=q", "href", Answered("a.html?b=c")},
       {"id=i", "disabled", Answered("")},
       {"id=i", "maxlength", Answered("7")},
+      {"id=l", "for", Answered("i")},
       {"id=p", "title", Failed("Get attribute failed!")},
       {"id=i", "type", Failed("Get attribute failed!")},
       {"id=i", "checked", Failed("Get attribute failed!")},

@@ -147,7 +147,13 @@ std::string SectionOfRow(const Page& page) {
   return Answer(result, section.Get());
 }
 
+std::string InputType(const Page& page) {
+  return Text(page.Element<IHTMLInputElement>(L"seek"), &IHTMLInputElement::get_type);
+}
+
 const Fact kFacts[] = {
+    {"input-type", kTo8 | k9, InputType, "'text'"},
+    {"input-type", k10 | k11, InputType, "'search'"},
     {"empty-value", kAll, [](const Page& page) { return Value(page, L"field"); }, "NULL"},
     {"value", kAll, [](const Page& page) { return Value(page, L"typed"); }, "'now'"},
     {"put-value", kAll, DefaultAndEventsAfterPut, "NULL NULL"},

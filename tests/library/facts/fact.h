@@ -7,13 +7,13 @@
 #include <windows.h>
 #include <exdisp.h>
 #include <mshtml.h>
+#include <oleacc.h>
+#include <servprov.h>
 #include <span>
 #include <stdexcept>
 #include <string>
 
-#include "com/bstr.h"
-#include "com/com_ptr.h"
-#include "com/variant.h"
+#include "com/owned.h"
 
 namespace quillmate::test {
 
@@ -59,6 +59,13 @@ struct Page {
   }
 };
 
+/// Gets at the page of a window by its document, which may come later than the window. Throws when it does not.
+Page Reach(HWND server);
+/// Sends the page's browser to an address; fails the test when the browser refuses.
+void Open(const Page& page, const std::string& address);
+/// The same, and waits until the address is loaded.
+void Navigate(const Page& page, const std::string& address);
+
 struct Fact {
   const char* name;
   unsigned modes;
@@ -97,6 +104,15 @@ std::string Text(const ComPtr<Interface>& object, HRESULT (STDMETHODCALLTYPE Int
   Bstr text;
   const HRESULT result = (object.Get()->*get)(text.put());
   return Answer(result, text);
+}
+/// @return what a page's window answers to WM_HTML_GETOBJECT, once it answers.
+LRESULT AskForObject(HWND server);
+/// The object behind a page's window.
+template <class T>
+ComPtr<T> ObjectOf(HWND server) {
+  ComPtr<T> object;
+  ObjectFromLresult(AskForObject(server), __uuidof(T), 0, reinterpret_cast<void**>(object.GetAddressOf()));
+  return Page::Demand(object);
 }
 /// Runs a script of the page's own.
 void Run(const Page& page, const wchar_t* script);

@@ -2,8 +2,8 @@
 // under each answer that is possible. A command is right under every one of them, or fails with its message.
 #include <windows.h>
 
-#include "com/encoding.h"
 #include "support/page_test.h"
+#include "support/under_test.h"
 
 namespace quillmate::test {
 namespace {
@@ -14,17 +14,9 @@ const std::string kNew = "<!doctype html>";
 const std::string kPage = R"(<p class=two>first</p><p class=two>second</p><a name=link>one</a>
 <select id=list><option value=v1>opt1</option><option>opt2</option><option value=v3>opt3</option></select>
 <textarea id=area>a
-b</textarea><input id=field value=written>
+b</textarea><input id=field value=written><i id=styled style="color: red"></i>
+<button id=off disabled onclick="this.title = 'ran'">off</button><input id=dead disabled><b id=gone>gone</b>
 <script>document.getElementById('field').value = 'now';</script>)";
-
-/// Makes the browser answer a question so.
-bool Choose(HWND page, const std::string& choice) {
-  const ATOM atom = GlobalAddAtomW(com::FromUtf8(choice).c_str());
-  const UINT steering = RegisterWindowMessageW(L"testbrowser answer");
-  const LRESULT known = SendMessageW(page, steering, atom, 0);
-  GlobalDeleteAtom(atom);
-  return known == 1;
-}
 
 struct Row {
   const char* choice;
@@ -44,12 +36,12 @@ class UnknownAnswers : public PageTest {
     for (const Row& row : rows) {
       SCOPED_TRACE(std::string(row.choice) + " " + row.mode + row.command + " " + row.target);
       Show(row.mode + kPage);
-      ASSERT_TRUE(Choose(TheBrowser().Page(), row.choice));
+      ASSERT_TRUE(ChooseAnswer(TheBrowser().Page(), row.choice));
       EXPECT_EQ(Call(row.command, {{"target", row.target}, {"value", row.value}}), row.answer);
       if (row.script == nullptr) continue;
       EXPECT_EQ(Script(row.script), row.read);
     }
-    ASSERT_TRUE(Choose(TheBrowser().Page(), rows.back().choice)) << "the default comes last";
+    ASSERT_TRUE(ChooseAnswer(TheBrowser().Page(), rows.back().choice)) << "the default comes last";
   }
 };
 
@@ -110,9 +102,49 @@ TEST_F(UnknownAnswers, TheWrittenValueOfAField) {
        {"literal-value=source", kOld, "getattribute", "id=field", "value", Answered("written")}});
 }
 
+TEST_F(UnknownAnswers, StylesAsTheyAreWritten) {
+  Try({{"literal-style=text", kOld, "getattribute", "id=styled", "style", Answered("color: red")},
+       {"literal-style=object", kOld, "getattribute", "id=styled", "style", Answered("color: red;")}});
+}
+
+// What is typed is shown whatever the attribute does.
+TEST_F(UnknownAnswers, TheValueAttributeOfATextArea) {
+  const char* value = "document.getElementById('area').value";
+  for (const char* choice :
+       {"area-value-attribute=plain", "area-value-attribute=shown", "area-value-attribute=by-mode"}) {
+    Try({{choice, kOld, "type_m", "id=area", "new", Succeeded(), value, "new"},
+         {choice, kNew, "type_m", "id=area", "new", Succeeded(), value, "new"}});
+  }
+}
+
+TEST_F(UnknownAnswers, ClicksOfADisabledControl) {
+  const char* title = "document.getElementById('off').title";
+  Try({{"disabled-click=refused", kNew, "click", "id=off", "", Failed("Click failed!"), title, ""},
+       {"disabled-click=runs", kNew, "click", "id=off", "", Answered(""), title, "ran"},
+       {"disabled-click=quiet", kNew, "click", "id=off", "", Answered(""), title, ""}});
+}
+
+// Keys go to whatever has the focus then, as they would from a user's hand, and not into the control.
+TEST_F(UnknownAnswers, TheFocusOfAControlThatCannotTakeIt) {
+  const char* value = "document.getElementById('dead').value";
+  Try({{"hidden-focus=refused", kNew, "sendkeys", "id=dead", "x", Succeeded(), value, ""},
+       {"hidden-focus=quiet", kNew, "sendkeys", "id=dead", "x", Succeeded(), value, ""}});
+}
+
+TEST_F(UnknownAnswers, TheStyleOfAnElementThatLeft) {
+  for (const char* choice : {"detached-style=refused", "detached-style=null"}) {
+    SCOPED_TRACE(choice);
+    Show(kNew + kPage);
+    ASSERT_TRUE(ChooseAnswer(TheBrowser().Page(), choice));
+    ASSERT_EQ(Call("getelement", {{"target", "id=gone"}, {"return", "id=kept"}}), Succeeded());
+    Script("document.getElementById('gone').remove(); 0");
+    EXPECT_EQ(Call("waitdisappear", {{"target", "id=kept"}, {"check_type", "visible"}}), Succeeded());
+  }
+}
+
 TEST_F(UnknownAnswers, AreNamedOrRefused) {
   for (const char* choice : {"eval", "eval=", "eval=perhaps", "nothing=absent"}) {
-    EXPECT_FALSE(Choose(TheBrowser().Page(), choice)) << choice;
+    EXPECT_FALSE(ChooseAnswer(TheBrowser().Page(), choice)) << choice;
   }
 }
 

@@ -59,16 +59,6 @@ TEST_F(BrowserSession, AHandleIsReadInBothBases) {
   EXPECT_EQ(Call("currenturl"), Answered(first));
 }
 
-TEST_F(BrowserSession, ANewTabBecomesCurrent) {
-  const Browser browser(first);
-  ASSERT_EQ(Select("title=First"), Succeeded());
-  EXPECT_EQ(Call("open", {{"target", second}, {"by", "_blank"}, {"resize-max", "False"}}), Succeeded());
-  EXPECT_EQ(Call("currenturl"), Answered(second));
-  EXPECT_EQ(Call("gettext", {{"target", "id=p"}}), Answered("two"));
-  EXPECT_EQ(Call("close"), Succeeded());
-  EXPECT_EQ(Select("title=First"), Succeeded());
-}
-
 std::string TitleOf(HWND window) {
   char text[200] = "";
   GetWindowTextA(window, text, sizeof text);
@@ -141,19 +131,24 @@ TEST_F(BrowserSession, EachKindOfFrameNavigatesItsHistoryAndTakesASize) {
     EXPECT_EQ(Call("selectwindowsize", {{"target", "90000,500"}}), Failed("Select window size Fail!"));
     EXPECT_EQ(Call("selectwindowsize", {{"target", "max"}}), Succeeded());
     EXPECT_NE(IsZoomed(browser.Frame()), FALSE);
+    EXPECT_EQ(Call("selectwindowsize", {{"target", "710,510"}}), Succeeded());
+    EXPECT_EQ(IsZoomed(browser.Frame()), FALSE);
   }
 }
+
+std::string HandleOf(HWND window) { return "handle=" + std::to_string(reinterpret_cast<ULONG_PTR>(window)); }
 
 // A dialog that opens a dialog: each is a surface of its own, and its opener goes on when it closes.
 TEST_F(BrowserSession, ModalDialogsAreSurfacesOneOnTopOfTheOther) {
   server->Page("/inner",
                "<!doctype html><title>Inner</title><button id=end onclick=\"returnValue = 'deep';"
                "window.close()\">end</button>");
-  server->Page("/outer",
-               "<!doctype html><title>Outer</title><input id=given><button id=more onclick=\""
-               "given.value = showModalDialog('/inner')\">more</button>"
-               "<button id=end onclick=\"returnValue = document.getElementById('given').value;"
-               "window.close()\">end</button>");
+  const std::string outer =
+      server->Page("/outer",
+                   "<!doctype html><title>Outer</title><input id=given><button id=more onclick=\""
+                   "given.value = showModalDialog('/inner')\">more</button>"
+                   "<button id=end onclick=\"returnValue = document.getElementById('given').value;"
+                   "window.close()\">end</button>");
   const Browser browser(
       server->Page("/opener",
                    "<!doctype html><title>Opener</title><p id=p></p><button id=open onclick=\""
@@ -162,6 +157,10 @@ TEST_F(BrowserSession, ModalDialogsAreSurfacesOneOnTopOfTheOther) {
   EXPECT_EQ(Call("click", {{"target", "id=open"}}), StillRunning());
   ASSERT_TRUE(Eventually([] { return Select("title=Outer") == Succeeded(); }));
   EXPECT_EQ(Call("selectwindow", {{"target", "xpath=//input[@id='given']"}}), Succeeded());
+  const HWND dialog = FindWindowW(L"Internet Explorer_TridentDlgFrame", nullptr);
+  EXPECT_EQ(Select("title=Opener"), Succeeded());
+  EXPECT_EQ(Select(HandleOf(dialog)), Succeeded());
+  EXPECT_EQ(Call("currenturl"), Answered(outer));
   for (const auto& [command, message] :
        {std::pair("back", "Go back Fail!"), std::pair("forward", "Go forward Fail!"),
         std::pair("refresh", "Refresh Fail!")}) {
@@ -188,12 +187,14 @@ TEST_F(BrowserSession, ModalDialogsAreSurfacesOneOnTopOfTheOther) {
   EXPECT_TRUE(Eventually([] { return Select("title=Outer") == Failed("Browser not found!"); }));
 }
 
+const std::string kHangSoon = "setTimeout(function () { " + PageServer::HoldForEver() + " }, 0)";
+
 // A new tab is asked through its own window: its frame's answers whatever the page does.
 TEST_F(BrowserSession, APageThatHangsByItselfFailsWhatIsAsked) {
   const Browser browser(first);
   ASSERT_EQ(Select("title=First"), Succeeded());
   ASSERT_EQ(Call("open", {{"target", second}, {"by", "_blank"}, {"resize-max", "False"}}), Succeeded());
-  ASSERT_TRUE(Call("executescript", {{"value", "setTimeout(function () { for (;;); }, 500)"}}).success);
+  ASSERT_TRUE(Call("executescript", {{"value", kHangSoon}}).success);
   Sleep(1000);
   const ULONGLONG start = GetTickCount64();
   EXPECT_EQ(Call("gettext", {{"target", "id=p"}}), Failed("Element not found!"));
@@ -207,8 +208,7 @@ TEST_F(BrowserSession, APageThatHangsByItselfFailsWhatIsAsked) {
 
 /// Lets the selected page compute for a time, from half a second on.
 void KeepBusy(int ms) {
-  const std::string script = "setTimeout(function () { var end = Date.now() + " + std::to_string(ms) +
-                             "; while (Date.now() < end); }, 500)";
+  const std::string script = "setTimeout(function () { " + PageServer::Hold(ms) + " }, 500)";
   ASSERT_TRUE(Call("executescript", {{"value", script}}).success);
   Sleep(1000);
 }
@@ -238,34 +238,39 @@ TEST_F(BrowserSession, CommandsWaitForAPageThatComputes) {
   EXPECT_EQ(Call("gettext", {{"target", "id=p"}}), Answered("two"));
 }
 
-// The frame's window is closed without a question to the page.
-TEST_F(BrowserSession, QuitClosesTheFrameOfAPageThatHangs) {
+// A window is closed without a question to the page.
+TEST_F(BrowserSession, APageThatHangsIsClosed) {
   for (const Shell shell : {Shell::kClassic, Shell::kHosted}) {
-    SCOPED_TRACE(shell == Shell::kHosted ? "hosted" : "classic");
-    const Browser browser(first, shell);
-    ASSERT_EQ(Select("title=First"), Succeeded());
-    ASSERT_TRUE(Call("executescript", {{"value", "setTimeout(function () { for (;;); }, 0)"}}).success);
-    Sleep(500);
-    EXPECT_EQ(Call("quit"), Succeeded());
-    EXPECT_TRUE(Eventually([&] { return browser.Frame() == nullptr; }));
+    for (const char* command : {"quit", "close"}) {
+      SCOPED_TRACE(command + std::string(shell == Shell::kHosted ? " hosted" : " classic"));
+      const Browser browser(first, shell);
+      ASSERT_EQ(Select("title=First"), Succeeded());
+      ASSERT_TRUE(Call("executescript", {{"value", kHangSoon}}).success);
+      Sleep(500);
+      const ULONGLONG start = GetTickCount64();
+      if (command == std::string("close")) {
+        EXPECT_EQ(Call("close", {{"option", "others"}}), Failed("Close failed!"));
+      }
+      EXPECT_EQ(Call(command), Succeeded());
+      EXPECT_LT(GetTickCount64() - start, 30000U);
+      EXPECT_TRUE(Eventually([&] { return browser.Frame() == nullptr; }));
+    }
   }
 }
 
-TEST_F(BrowserSession, CloseOnAPageThatHangsComesBack) {
-  for (const Shell shell : {Shell::kClassic, Shell::kHosted}) {
-    SCOPED_TRACE(shell == Shell::kHosted ? "hosted" : "classic");
-    const Browser browser(first, shell);
-    ASSERT_EQ(Select("title=First"), Succeeded());
-    ASSERT_TRUE(Call("executescript", {{"value", "setTimeout(function () { for (;;); }, 0)"}}).success);
-    Sleep(500);
-    const ULONGLONG start = GetTickCount64();
-    EXPECT_EQ(Call("close", {{"option", "others"}}), Failed("Close failed!"));
-    EXPECT_EQ(Call("close"), Succeeded());
-    EXPECT_LT(GetTickCount64() - start, 30000U);
-  }
+// A tab that was taken out of its frame has no window to close.
+TEST_F(BrowserSession, AHostedTabWithoutItsFrameCannotQuit) {
+  const Browser browser(first, Shell::kHosted);
+  ASSERT_EQ(Select("title=First"), Succeeded());
+  HWND tab = FindWindowExW(browser.Frame(), nullptr, L"AtlAxWin100", nullptr);
+  const HWND elsewhere = CreateWindowW(L"Static", L"elsewhere", WS_OVERLAPPEDWINDOW, 0, 0, 100, 100, nullptr,
+                                       nullptr, nullptr, nullptr);
+  ASSERT_NE(SetParent(tab, elsewhere), nullptr);
+  EXPECT_EQ(Call("quit"), Failed("Quit failed!"));
+  SetParent(tab, browser.Frame());
+  DestroyWindow(elsewhere);
+  EXPECT_EQ(Call("quit"), Succeeded());
 }
-
-std::string HandleOf(HWND window) { return "handle=" + std::to_string(reinterpret_cast<ULONG_PTR>(window)); }
 
 TEST_F(BrowserSession, EveryWindowOfABrowserNamesItsSurface) {
   for (const Shell shell : {Shell::kClassic, Shell::kHosted}) {

@@ -2,10 +2,12 @@
 #include "support/library.h"
 
 #include <windows.h>
+#include <chrono>
 #include <ostream>
 #include <stdexcept>
 
 #include "com/json.h"
+#include "support/under_test.h"
 
 namespace quillmate::test {
 namespace {
@@ -53,10 +55,18 @@ const char* CallRaw(const char* command, const char* text) { return FindCommand(
 
 Envelope Call(const char* command, Parameters parameters) {
   const JsonPtr answer(cJSON_Parse(CallRaw(command, PrintParameters(parameters).c_str())));
+  SkipIfInputWasLeftOut();
   const cJSON* log = cJSON_GetObjectItemCaseSensitive(answer.get(), "log");
   return {cJSON_IsTrue(cJSON_GetObjectItemCaseSensitive(answer.get(), "success")) != 0,
           PrintJson(cJSON_GetObjectItemCaseSensitive(answer.get(), "result")),
           cJSON_IsString(log) ? log->valuestring : ""};
+}
+
+Timed CallTimed(const char* command, Parameters parameters) {
+  const auto begin = std::chrono::steady_clock::now();
+  Envelope envelope = Call(command, parameters);
+  return {std::move(envelope),
+          std::chrono::duration<double>(std::chrono::steady_clock::now() - begin).count()};
 }
 
 }  // namespace quillmate::test

@@ -33,6 +33,13 @@ using Parameters = std::initializer_list<std::pair<std::string, std::string>>;
 /// @param parameters texts in UTF-8.
 Envelope Call(const char* command, Parameters parameters = {});
 
+/// A command's answer, and how many seconds it took.
+struct Timed {
+  Envelope envelope;
+  double seconds = 0;
+};
+Timed CallTimed(const char* command, Parameters parameters = {});
+
 /// Calls a command with a text as it stands.
 /// @return the printed envelope as it stands; null when the command answered null.
 const char* CallRaw(const char* command, const char* text);

@@ -2,10 +2,15 @@
 #include "support/page_server.h"
 
 #include <winsock2.h>
+#include <chrono>
+#include <cstdlib>
 #include <stdexcept>
+#include <string_view>
 
 namespace quillmate::test {
 namespace {
+
+constexpr std::string_view kAfter = "/after/";
 
 struct Sockets {
   Sockets() {
@@ -62,10 +67,19 @@ PageServer::~PageServer() {
   accepting_.join();
   {
     const std::lock_guard lock(mutex_);
+    is_closed_ = true;
+    closing_.notify_all();
     for (const SOCKET connection : open_) shutdown(connection, SD_BOTH);
   }
   for (std::thread& thread : answering_) thread.join();
   for (const SOCKET connection : open_) closesocket(connection);
+}
+
+std::string PageServer::Hold(int ms) { return HoldUntilAnswered("/after/" + std::to_string(ms)); }
+
+std::string PageServer::HoldUntilAnswered(const std::string& path) {
+  return "(function () { var r = new XMLHttpRequest; r.open('GET', '" + path +
+         "?' + Math.random(), false); try { r.send() } catch (e) {} })();";
 }
 
 std::string PageServer::Address(const std::string& path) const {
@@ -92,6 +106,11 @@ void PageServer::Accept() {
 void PageServer::Answer(unsigned long long connection) {
   const std::string path = PathOf(ReadRequest(connection));
   if (path == "/endless") return;
+  if (path.starts_with(kAfter)) {
+    std::unique_lock lock(mutex_);
+    closing_.wait_for(lock, std::chrono::milliseconds(std::atoi(path.c_str() + kAfter.size())),
+                      [this] { return is_closed_; });
+  }
   Response response{"", "not found"};
   {
     const std::lock_guard lock(mutex_);

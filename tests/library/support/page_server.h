@@ -1,7 +1,7 @@
 // A web server for test pages on 127.0.0.1: pages are given as text, in the test that needs them.
 #pragma once
 
-#include <atomic>
+#include <condition_variable>
 #include <map>
 #include <memory>
 #include <mutex>
@@ -28,12 +28,18 @@ class PageServer {
   /// An address that is connected to and never answered: a page that goes on loading.
   std::string EndlessPage() const { return Address("/endless"); }
 
+  /// A statement for a page of this server that keeps the page's thread for a time, or until the server ends. Unlike a
+  /// loop it costs no processor time, which tests on other desktops need.
+  static std::string Hold(int ms);
+  static std::string HoldForEver() { return HoldUntilAnswered("/endless"); }
+
  private:
   struct Response {
     std::string headers;
     std::string body;
   };
 
+  static std::string HoldUntilAnswered(const std::string& path);
   std::string Address(const std::string& path) const;
   void Accept();
   void Answer(unsigned long long connection);
@@ -41,6 +47,8 @@ class PageServer {
   unsigned long long listener_;
   unsigned short port_ = 0;
   std::mutex mutex_;
+  std::condition_variable closing_;
+  bool is_closed_ = false;
   std::map<std::string, Response> pages_;
   std::vector<unsigned long long> open_;
   std::thread accepting_;

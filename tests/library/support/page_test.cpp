@@ -3,6 +3,7 @@
 
 #include <windows.h>
 #include <map>
+#include <stdexcept>
 
 #include "com/json.h"
 
@@ -27,6 +28,12 @@ std::string StringMember(const cJSON* object, const char* name) {
 int IntMember(const cJSON* object, const char* name) {
   const cJSON* member = cJSON_GetObjectItemCaseSensitive(object, name);
   return cJSON_IsNumber(member) ? member->valueint : 0;
+}
+
+/// What follows would look at the wrong page: the test ends here.
+void Demand(const char* command, const std::string& target) {
+  const Envelope answer = Call(command, {{"target", target}});
+  if (!answer.success) throw std::runtime_error(command + (" " + target) + ": " + answer.log);
 }
 
 PageEvent ParseEvent(const cJSON* item) {
@@ -69,8 +76,8 @@ std::string PageTest::ServeFrom(int origin, const std::string& path, const std::
 void PageTest::Show(const std::string& html) {
   const std::string url = Serve("/page" + std::to_string(++desk->pages), html);
   // A new page in the same tab keeps the frame that was selected in the old one.
-  ASSERT_EQ(Call("selectframe", {{"target", "relative=top"}}), Succeeded());
-  ASSERT_EQ(Call("open", {{"target", url}}), Succeeded());
+  Demand("selectframe", "relative=top");
+  Demand("open", url);
 }
 
 std::string PageTest::Script(const std::string& script) {
@@ -122,7 +129,7 @@ void PageTest::RestartBrowser() {
   desk->browser.reset();
   const std::string url = Serve("/start", "<!doctype html><title>start</title>");
   desk->browser = std::make_unique<Browser>(url);
-  ASSERT_EQ(Call("selectwindow", {{"target", "url=" + url}}), Succeeded());
+  Demand("selectwindow", "url=" + url);
 }
 
 std::vector<PageEvent> OfType(const std::vector<PageEvent>& events, const std::string& type) {

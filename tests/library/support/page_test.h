@@ -35,11 +35,12 @@ class PageTest : public testing::Test {
   /// Serves a page from an origin of its own: 0 is Serve's, any other number another one.
   static std::string ServeFrom(int origin, const std::string& path, const std::string& html);
 
-  /// Shows a page and selects it. A page that begins with "<" is given its standards doctype.
+  /// Shows a page and selects it, or ends the test.
   static void Show(const std::string& html);
 
-  /// Evaluates a script in the current frame, again when a loaded machine keeps it longer than the command
-  /// waits: it must stand being run twice. @return its value as text.
+  /// Evaluates a script in the current frame, again when a loaded machine keeps it longer than the second that the
+  /// command waits: it must stand being run twice. That the command did wait so long is checked. @return its value
+  /// as text.
   static std::string Script(const std::string& script);
 
   /// The events recorded so far by the current frame's page, which must hold kRecorder.

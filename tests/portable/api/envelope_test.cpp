@@ -1,5 +1,5 @@
 // The printed envelope, byte for byte, and the buffers that hold it.
-#include "api/envelope.h"
+#include "api/result.h"
 
 #include <gtest/gtest.h>
 

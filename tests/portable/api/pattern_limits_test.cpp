@@ -14,7 +14,7 @@
 #include <pthread.h>
 #endif
 
-#include "api/patterns.h"
+#include "api/validation.h"
 
 namespace {
 

@@ -1,5 +1,5 @@
 // The compiled expressions accept exactly the texts that the published ones do.
-#include "api/patterns.h"
+#include "api/validation.h"
 
 #include <gtest/gtest.h>
 

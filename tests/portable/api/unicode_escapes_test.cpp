@@ -1,5 +1,5 @@
 // Escapes of characters beyond ASCII, which the parser alone would read as UTF-8.
-#include "api/unicode_escapes.h"
+#include "api/command_params.h"
 
 #include <gtest/gtest.h>
 
